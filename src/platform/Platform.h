@@ -1,0 +1,28 @@
+#pragma once
+
+#include "platform/Files.h"
+#include "platform/Identifiers.h"
+#include "platform/Images.h"
+#include "platform/InputEvents.h"
+#include "platform/Pasteboard.h"
+#include "platform/Time.h"
+#include "platform/Workspace.h"
+
+namespace nettlecap {
+
+/// Everything a backend offers. Only AppModel and main take it whole; all others name
+/// the ports they use.
+struct Platform {
+    Clock& clock;
+    Scheduler& scheduler;
+    BackgroundWork& background;
+    Identifiers& identifiers;
+    FileSystem& files;
+    Pasteboard& pasteboard;
+    ImageCodec& images;
+    TextMeasure& text;
+    Workspace& workspace;
+    EventMonitors& events;
+};
+
+}  // namespace nettlecap
