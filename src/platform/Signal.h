@@ -75,6 +75,13 @@ public:
         changed_.emit();
     }
 
+    /// Changes the value where it stands, then tells.
+    template <class Edit>
+    void edit(Edit change) {
+        change(value_);
+        changed_.emit();
+    }
+
     Subscription subscribe(Task listener) const { return changed_.subscribe(std::move(listener)); }
 
 private:

@@ -23,6 +23,7 @@ using Task = std::function<void()>;
 struct Date {
     double secondsSince2001 = 0;
 
+    // NOLINTNEXTLINE(modernize-use-nullptr): clang-tidy 14 means the 0 of a rewritten comparison
     auto operator<=>(const Date&) const = default;
 };
 

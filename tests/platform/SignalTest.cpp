@@ -84,6 +84,16 @@ TEST(SignalTest, AListenerMayDestroyTheSignal) {
     EXPECT_EQ(calls, 0);
 }
 
+TEST(PublishedTest, TellsOfAnEditAfterIt) {
+    Published<std::vector<int>> numbers({1, 2});
+    std::vector<int> whenTold;
+    const auto subscription = numbers.subscribe([&] { whenTold = *numbers; });
+
+    numbers.edit([](std::vector<int>& values) { values.push_back(3); });
+
+    EXPECT_EQ(whenTold, (std::vector{1, 2, 3}));
+}
+
 TEST(SubscriptionTest, EndsWhenDestroyedAndOnlyOnce) {
     int ends = 0;
     {

@@ -1,0 +1,42 @@
+#pragma once
+
+#include "platform/Platform.h"
+#include "platform/fake/FakeBackgroundWork.h"
+#include "platform/fake/FakeEventMonitors.h"
+#include "platform/fake/FakeFileSystem.h"
+#include "platform/fake/FakeIdentifiers.h"
+#include "platform/fake/FakeImageCodec.h"
+#include "platform/fake/FakePasteboard.h"
+#include "platform/fake/FakeTextMeasure.h"
+#include "platform/fake/FakeTime.h"
+#include "platform/fake/FakeWorkspace.h"
+
+namespace nettlecap {
+
+/// A whole system in memory, for tests to build on.
+struct FakePlatform {
+    FakeTime time;
+    FakeBackgroundWork background{time};
+    FakeIdentifiers identifiers;
+    FakeFileSystem files;
+    FakePasteboard pasteboard;
+    FakeImageCodec images{files};
+    FakeTextMeasure text;
+    FakeWorkspace workspace;
+    FakeEventMonitors events;
+
+    Platform platform() {
+        return {.clock = time,
+                .scheduler = time,
+                .background = background,
+                .identifiers = identifiers,
+                .files = files,
+                .pasteboard = pasteboard,
+                .images = images,
+                .text = text,
+                .workspace = workspace,
+                .events = events};
+    }
+};
+
+}  // namespace nettlecap
