@@ -75,7 +75,11 @@ public:
 
 private:
     void createDirectories();
+    std::optional<PersistedState> readState();
     void load();
+    Result<Done> save();
+    void setSnippets(std::vector<SavedSnippet> snippets);
+    void forgetUnreadable();
     void removeImageFile(const ClipboardEntry& entry);
     std::int64_t fileSize(const Path& path) const;
     void refreshStorageUsage();
@@ -84,11 +88,13 @@ private:
     Path baseDirectory_;
     Path imagesDirectory_;
     Path stateURL_;
+    Path unreadableURL_;  ///< where a state file goes that could not be read
     std::int64_t maxItems_;
     std::int64_t imageBytes_ = 0;
     bool mustKeepUnreadable_ = false;  ///< the state file is not ours to overwrite before it was kept
     Published<StoredEntries> entries_;
     Published<std::vector<SavedSnippet>> snippets_;
+    std::vector<std::string> encodedSnippets_;  ///< each snippet's JSON object
     Published<std::optional<std::string>> persistenceError_;
     Published<ClipboardStorageUsage> storageUsage_;
 };

@@ -27,6 +27,8 @@ std::string_view firstCharacters(std::string_view text, std::size_t count);
 /// A text of more than `limit` characters: the first `limit`, trimmed, and "...".
 std::string limited(std::string_view text, std::size_t limit);
 
+/// Lower case in the root locale, letter for letter: "ß" stays "ß".
+std::string lowercased(std::string_view text);
 /// Canonically composed and fully case-folded in the root locale: what search compares.
 std::string folded(std::string_view text);
 

@@ -1,0 +1,270 @@
+#include "model/SensitiveContentDetector.h"
+
+#include "model/Expression.h"
+#include "model/Text.h"
+#include "model/Utf8.h"
+
+#include <unicode/uchar.h>
+
+#include <algorithm>
+#include <array>
+#include <cmath>
+#include <vector>
+
+namespace nettlecap {
+
+namespace {
+
+constexpr std::size_t fewestCardDigits = 13;
+constexpr std::size_t mostCardDigits = 19;
+constexpr std::size_t shortestSecret = 6;
+constexpr std::size_t longestSecret = 256;
+constexpr std::size_t shortestMixedSecret = 8;
+constexpr std::size_t longestCode = 8;
+constexpr std::ptrdiff_t mostPathSlashes = 6;
+constexpr std::size_t uuidLength = 36;
+constexpr std::size_t longestLineTerminator = 3;  // U+2028; `$` matches before one that ends the text
+
+constexpr std::array<std::string_view, 4> addressPrefixes = {"http://", "https://", "www.", "file://"};
+constexpr std::array<std::string_view, 8> tokenPrefixes = {"sk-",   "sk_",   "ghp_", "github_pat_",
+                                                           "xoxb-", "xoxp-", "akia", "eyj"};
+constexpr std::string_view wrappers = "*`'\"()[]{}<>,;:!?";
+
+const Expression& cardPattern() {
+    static const Expression pattern(R"((?<!\d)(?:\d[ -]?){12,18}\d(?!\d))");
+    return pattern;
+}
+
+const Expression& emailPattern() {
+    static const Expression pattern(R"(^[^\s@]+@[^\s@]+\.[^\s@]+$)", Expression::Case::insensitive);
+    return pattern;
+}
+
+const Expression& uuidPattern() {
+    static const Expression pattern(
+        "^[0-9a-f]{8}-[0-9a-f]{4}-[1-5][0-9a-f]{3}-[89ab][0-9a-f]{3}-[0-9a-f]{12}$",
+        Expression::Case::insensitive);
+    return pattern;
+}
+
+const Expression& repositoryPathPattern() {
+    static const Expression pattern("^(?:[a-z0-9._-]{1,100}/){1,6}[a-z0-9._-]{1,100}$",
+                                    Expression::Case::insensitive);
+    return pattern;
+}
+
+bool isDecimalDigit(char32_t scalar) {
+    if (scalar < 0x80) return scalar >= '0' && scalar <= '9';
+    return u_isdigit(static_cast<UChar32>(scalar)) != 0;
+}
+
+/// Whether a digit may begin with this byte.
+bool mayBeDigit(char byte) { return !utf8::isASCII(byte) || (byte >= '0' && byte <= '9'); }
+
+/// The value that Luhn counts with. Absent: the character has none, or no whole one.
+std::optional<std::int64_t> wholeValue(std::string_view character) {
+    std::size_t end = 0;
+    const char32_t scalar = utf8::next(character, end);
+    if (end != character.size()) return std::nullopt;
+    if (scalar < 0x80)
+        return isDecimalDigit(scalar) ? std::optional<std::int64_t>(scalar - '0') : std::nullopt;
+    const double value = u_getNumericValue(static_cast<UChar32>(scalar));
+    if (value == U_NO_NUMERIC_VALUE || value < 0 || value != std::floor(value)) return std::nullopt;
+    return static_cast<std::int64_t>(value);
+}
+
+bool isNumeric(std::string_view character) {
+    std::size_t end = 0;
+    const auto scalar = static_cast<UChar32>(utf8::next(character, end));
+    return u_getIntPropertyValue(scalar, UCHAR_NUMERIC_TYPE) != U_NT_NONE;
+}
+
+bool isCardNumber(std::string_view match) {
+    std::string digits(match);
+    std::erase_if(digits, [](char byte) { return byte == ' ' || byte == '-'; });
+    const std::size_t count = text::characterCount(digits);
+    return count >= fewestCardDigits && count <= mostCardDigits &&
+           SensitiveContentDetector::passesLuhn(digits);
+}
+
+/// Whether whole groups side by side make 13 to 19 digits: a match never splits a group.
+bool couldMatch(std::string_view run) {
+    std::vector<std::size_t> groups = {0};  // as many as have up to 19 digits together
+    std::size_t digits = 0;
+    for (std::size_t place = 0; place < run.size();) {
+        if (isDecimalDigit(utf8::next(run, place))) {
+            ++groups.back();
+            ++digits;
+            if (place < run.size()) continue;
+        }
+        for (; digits > mostCardDigits; groups.erase(groups.begin())) digits -= groups.front();
+        if (digits >= fewestCardDigits) return true;
+        groups.push_back(0);
+    }
+    return false;
+}
+
+/// Digits with at most one space or hyphen between two of them, as long as it goes.
+struct DigitRun {
+    std::size_t start = 0;
+    std::size_t end = 0;
+    std::size_t digits = 0;
+
+    void add(std::size_t digitStart, std::size_t digitEnd) {
+        if (digits++ == 0) start = digitStart;
+        end = digitEnd;
+    }
+    bool canGoOnBehind(std::size_t separatorStart) const { return digits > 0 && end == separatorStart; }
+
+    bool holdsCardNumber(std::string_view text) const {
+        const std::string_view run = text.substr(start, end - start);
+        if (digits < fewestCardDigits || !couldMatch(run)) return false;
+        bool found = false;
+        cardPattern().forEachMatch(run, [&](std::string_view match) {
+            found = isCardNumber(match);
+            return !found;
+        });
+        return found;
+    }
+};
+
+/// Enough of the text to tell every prefix; no letter's lower case depends on what is further on.
+std::string lowercasedStart(std::string_view text) {
+    constexpr std::size_t scalars = 16;
+    std::size_t end = 0;
+    for (std::size_t n = 0; n < scalars && end < text.size(); ++n) utf8::next(text, end);
+    return text::lowercased(text.substr(0, end));
+}
+
+template <std::size_t count>
+bool startsWithAny(std::string_view text, const std::array<std::string_view, count>& prefixes) {
+    return std::ranges::any_of(prefixes, [&](auto prefix) { return text.starts_with(prefix); });
+}
+
+std::string_view unwrapped(std::string_view text) {
+    const auto start = text.find_first_not_of(wrappers);
+    if (start == std::string_view::npos) return {};
+    return text.substr(start, text.find_last_not_of(wrappers) - start + 1);
+}
+
+/// Texts that the expression would take long to refuse never reach it: between its blanks
+/// and its at-signs it tries every full stop anew.
+bool resemblesEmail(std::string_view text) {
+    const auto sign = text.find('@');
+    if (sign == std::string_view::npos || text.find('@', sign + 1) != std::string_view::npos) return false;
+    for (std::size_t place = 0; place < text.size();) {
+        const bool mayEndTheText = place + longestLineTerminator >= text.size();
+        if (u_isUWhiteSpace(static_cast<UChar32>(utf8::next(text, place))) && !mayEndTheText) return false;
+    }
+    return true;
+}
+
+bool resemblesUUID(std::string_view text) {
+    return text.size() >= uuidLength && text.size() <= uuidLength + longestLineTerminator && text[8] == '-';
+}
+
+/// Which kinds of characters a word holds.
+struct CharacterClasses {
+    bool lowerCase = false;
+    bool upperCase = false;
+    bool digit = false;
+    bool symbol = false;
+
+    explicit CharacterClasses(std::string_view text) {
+        for (std::size_t place = 0; place < text.size();) {
+            const auto scalar = static_cast<UChar32>(utf8::next(text, place));
+            const std::uint32_t category = U_GET_GC_MASK(scalar);
+            lowerCase |= (category & U_GC_LL_MASK) != 0;
+            upperCase |= (category & (U_GC_LU_MASK | U_GC_LT_MASK)) != 0;
+            digit |= (category & U_GC_ND_MASK) != 0;
+            symbol |= (category & (U_GC_L_MASK | U_GC_M_MASK | U_GC_N_MASK)) == 0;
+        }
+    }
+
+    int count() const { return lowerCase + upperCase + digit + symbol; }
+};
+
+bool isAllNumeric(std::string_view text) {
+    for (std::string_view rest = text; !rest.empty();) {
+        const std::string_view character = text::firstCharacters(rest, 1);
+        if (!isNumeric(character)) return false;
+        rest.remove_prefix(character.size());
+    }
+    return true;
+}
+
+}  // namespace
+
+std::optional<SensitiveContentKind> SensitiveContentDetector::classify(std::string_view text) {
+    const std::string_view trimmed = text::trimmed(text);
+    if (trimmed.empty()) return std::nullopt;
+    if (containsValidPaymentCard(trimmed)) return SensitiveContentKind::paymentCard;
+    if (resemblesSecret(trimmed)) return SensitiveContentKind::secret;
+    return std::nullopt;
+}
+
+bool SensitiveContentDetector::containsValidPaymentCard(std::string_view text) {
+    // A match is made of digits and single separators, and looks no further than the next
+    // scalar for another digit. So the runs can be searched one by one, and few texts have one.
+    DigitRun run;
+    for (std::size_t place = 0; place < text.size();) {
+        if (run.digits == 0 && !mayBeDigit(text[place])) {
+            ++place;
+            continue;
+        }
+        const std::size_t start = place;
+        const char32_t scalar = utf8::next(text, place);
+        if (isDecimalDigit(scalar)) {
+            run.add(start, place);
+        } else if ((scalar != ' ' && scalar != '-') || !run.canGoOnBehind(start)) {
+            if (run.holdsCardNumber(text)) return true;
+            run = {};
+        }
+    }
+    return run.holdsCardNumber(text);
+}
+
+bool SensitiveContentDetector::passesLuhn(std::string_view digits) {
+    // Which values are doubled shows only at the end, so both ways are added up.
+    std::int64_t evenDoubled = 0;
+    std::int64_t oddDoubled = 0;
+    bool isOdd = false;
+    bool isPositive = false;
+    for (std::string_view rest = digits; !rest.empty();) {
+        const std::string_view character = text::firstCharacters(rest, 1);
+        rest.remove_prefix(character.size());
+        const auto value = wholeValue(character);
+        if (!value) continue;
+        const std::int64_t doubled = *value >= 5 ? 2 * *value - 9 : 2 * *value;
+        evenDoubled = (evenDoubled + (isOdd ? *value : doubled)) % 10;
+        oddDoubled = (oddDoubled + (isOdd ? doubled : *value)) % 10;
+        isOdd = !isOdd;
+        isPositive |= *value > 0;
+    }
+    // The last value is not doubled: with an even count it stands at an odd place from the left.
+    return isPositive && (isOdd ? oddDoubled : evenDoubled) == 0;
+}
+
+bool SensitiveContentDetector::isClearlyPublicIdentifier(std::string_view text) {
+    if (startsWithAny(lowercasedStart(text), addressPrefixes)) return true;
+    if (resemblesEmail(text) && emailPattern().isFoundIn(text)) return true;
+    if (resemblesUUID(text) && uuidPattern().isFoundIn(text)) return true;
+    const std::string_view path = unwrapped(text);
+    const auto slashes = std::ranges::count(path, '/');
+    return slashes >= 1 && slashes <= mostPathSlashes && repositoryPathPattern().isFoundIn(path);
+}
+
+bool SensitiveContentDetector::resemblesSecret(std::string_view text) {
+    // Most texts have a blank after their first word, and counting characters is dear.
+    if (text::containsWhitespaceOrNewline(text)) return false;
+    const std::size_t length = text::characterCount(text, longestSecret + 1);
+    if (length < shortestSecret || length > longestSecret) return false;
+    if (isClearlyPublicIdentifier(text)) return false;
+    if (startsWithAny(lowercasedStart(text), tokenPrefixes)) return true;
+    if (isAllNumeric(text)) return length <= longestCode;
+    const CharacterClasses classes(text);
+    return length >= shortestMixedSecret && classes.count() >= 3 && classes.digit &&
+           (classes.upperCase || classes.symbol);
+}
+
+}  // namespace nettlecap
