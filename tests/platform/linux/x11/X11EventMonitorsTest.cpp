@@ -1,0 +1,402 @@
+#include "platform/linux/x11/X11Session.h"
+
+#include <QCoreApplication>
+#include <QMouseEvent>
+#include <QProcess>
+
+namespace nettlecap::test {
+namespace {
+
+using Chord = std::initializer_list<xcb_keycode_t>;
+
+/// Another program's window in front, the pointer in it, and all monitors on.
+class X11EventMonitorsTest : public X11SessionTest {
+protected:
+    X11EventMonitorsTest() {
+        user.moveInto(other_.id());
+        startMonitors();
+    }
+
+    void startMonitors() {
+        global_ = session.monitors->addGlobal(~0U, [this](const InputEvent& event) {
+            told_ += letter(event);
+            tellers_.push_back(front());
+        });
+        local_ =
+            session.monitors->addLocal(~0U, [this](const InputEvent& event) { toldHere_ += letter(event); });
+    }
+    static char letter(const InputEvent& event) {
+        if (event.kind == InputKind::leftMouseDown) return 'l';
+        if (event.kind == InputKind::rightMouseDown) return 'r';
+        return event.keyCode == 8 ? 'c' : event.keyCode == 7 ? 'x' : '?';
+    }
+    /// What was told up to now. A right click on the other program shows that nothing more
+    /// is on its way.
+    std::string told() {
+        user.click(3);
+        EXPECT_TRUE(waitFor([&] { return told_.ends_with('r'); })) << told_;
+        auto all = std::exchange(told_, {});
+        if (!all.empty()) all.pop_back();
+        return all;
+    }
+    std::string told(Chord chord) {
+        user.type(chord);
+        return told();
+    }
+
+    OtherWindow& other_ = session.openNamed("Editor");
+    std::string told_;                  // a letter for each event: c, x, l, r
+    std::string toldHere_;              // by the local monitor
+    std::vector<std::string> tellers_;  // who was in front when it was told
+    std::optional<Subscription> global_;
+    std::optional<Subscription> local_;
+};
+
+TEST_F(X11EventMonitorsTest, KnowsTheKeysThatCopy) {
+    EXPECT_EQ(told({key::control, key::c}), "c");
+    EXPECT_EQ(told({key::control, key::insert}), "c");
+}
+
+TEST_F(X11EventMonitorsTest, KnowsTheKeysThatCut) {
+    EXPECT_EQ(told({key::control, key::x}), "x");
+    EXPECT_EQ(told({key::shift, key::deleteForward}), "x");
+}
+
+TEST_F(X11EventMonitorsTest, CountsFurtherModifiersToo) {
+    EXPECT_EQ(told({key::control, key::shift, key::c}), "c");
+    EXPECT_EQ(told({key::shift, key::control, key::c}), "c");
+    EXPECT_EQ(told({key::control, key::alt, key::c}), "c");
+    EXPECT_EQ(told({key::control, key::super, key::x}), "x");
+    EXPECT_EQ(told({key::control, key::shift, key::insert}), "c");
+    EXPECT_EQ(told({key::alt, key::shift, key::deleteForward}), "x");
+}
+
+TEST_F(X11EventMonitorsTest, TellsNothingElseThatIsTyped) {
+    for (const Chord chord : {Chord{key::c},
+                              {key::x},
+                              {key::control},
+                              {key::shift, key::c},
+                              {key::alt, key::c},
+                              {key::super, key::c},
+                              {key::control, key::v},
+                              {key::control, key::b},
+                              {key::shift, key::insert},
+                              {key::insert},
+                              {key::control, key::deleteForward},
+                              {key::deleteForward},
+                              {key::control, key::shift, key::v},
+                              {key::c, key::control}})
+        EXPECT_EQ(told(chord), "") << static_cast<int>(*chord.begin());
+}
+
+TEST_F(X11EventMonitorsTest, ForgetsAModifierWhenItIsReleased) {
+    user.type({key::control});
+    EXPECT_EQ(told({key::c}), "");
+
+    user.press(key::control);
+    user.press(key::shift);
+    user.release(key::control);
+    EXPECT_EQ(told({key::c}), "");
+}
+
+TEST_F(X11EventMonitorsTest, TellsEveryPressWhileTheModifierStaysDown) {
+    user.press(key::control);
+    user.type({key::c});
+    user.type({key::v});
+    user.type({key::x});
+
+    EXPECT_EQ(told(), "cx");
+}
+
+TEST_F(X11EventMonitorsTest, KnowsWhatWasHeldBeforeItLooked) {
+    global_.reset();
+    user.press(key::control);
+    startMonitors();
+
+    EXPECT_EQ(told({key::c}), "c");
+}
+
+TEST_F(X11EventMonitorsTest, TakesNoNoticeOfCapsLock) {
+    user.type({key::capsLock});
+    ASSERT_TRUE(user.isLocked(XCB_MOD_MASK_LOCK));
+
+    EXPECT_EQ(told({key::control, key::c}), "c");
+    EXPECT_EQ(told({key::control, key::x}), "x");
+    EXPECT_EQ(told({key::c}), "");
+}
+
+TEST_F(X11EventMonitorsTest, TakesTheKeypadAsNumLockHasIt) {
+    EXPECT_EQ(told({key::control, key::keypad0}), "c");
+    EXPECT_EQ(told({key::shift, key::keypadPoint}), "x");
+
+    user.type({key::numLock});
+    ASSERT_TRUE(user.isLocked(XCB_MOD_MASK_2));
+
+    EXPECT_EQ(told({key::control, key::keypad0}), "");
+    EXPECT_EQ(told({key::shift, key::keypadPoint}), "x");
+    EXPECT_EQ(told({key::control, key::c}), "c");
+}
+
+TEST_F(X11EventMonitorsTest, FindsTheLettersOfDvorak) {
+    user.setLayout("dvorak");
+
+    EXPECT_EQ(told({key::control, key::i}), "c");
+    EXPECT_EQ(told({key::control, key::b}), "x");
+    EXPECT_EQ(told({key::control, key::c}), "");
+    EXPECT_EQ(told({key::control, key::insert}), "c");
+
+    user.setLayout("us");
+    EXPECT_EQ(told({key::control, key::c}), "c");
+    EXPECT_EQ(told({key::control, key::i}), "");
+}
+
+TEST_F(X11EventMonitorsTest, FindsTheLettersOfAzerty) {
+    user.setLayout("fr");
+
+    EXPECT_EQ(told({key::control, key::c}), "c");
+    EXPECT_EQ(told({key::control, key::x}), "x");
+}
+
+TEST_F(X11EventMonitorsTest, TakesTheAnsiPositionsWhereThereAreNoSuchLetters) {
+    for (const char* layout : {"ru", "gr", "ara"}) {
+        user.setLayout(layout);
+
+        EXPECT_EQ(told({key::control, key::c}), "c") << layout;
+        EXPECT_EQ(told({key::control, key::x}), "x") << layout;
+        EXPECT_EQ(told({key::control, key::i}), "") << layout;
+    }
+}
+
+TEST_F(X11EventMonitorsTest, FollowsTheLayoutInUseAmongThoseLoaded) {
+    user.setLayout("dvorak,ru", 1);
+    EXPECT_EQ(told({key::control, key::c}), "c");
+    EXPECT_EQ(told({key::control, key::i}), "");
+
+    user.lockLayout(0);
+    EXPECT_EQ(told({key::control, key::c}), "");
+    EXPECT_EQ(told({key::control, key::i}), "c");
+}
+
+TEST_F(X11EventMonitorsTest, FollowsModifiersPutOnOtherKeys) {
+    user.setLayout("us", 0, "ctrl:nocaps");
+
+    EXPECT_EQ(told({key::capsLock, key::c}), "c");
+    EXPECT_FALSE(user.isLocked(XCB_MOD_MASK_LOCK));
+}
+
+TEST_F(X11EventMonitorsTest, CountsAModifierThatNoFingerHolds) {
+    user.lockModifiers(XCB_MOD_MASK_CONTROL);
+    EXPECT_EQ(told({key::c}), "c");
+
+    user.lockModifiers(0);
+    EXPECT_EQ(told({key::c}), "");
+}
+
+TEST_F(X11EventMonitorsTest, HearsKeysWhileAProgramHoldsTheKeyboard) {
+    ASSERT_TRUE(other_.grabKeyboard());
+
+    EXPECT_EQ(told({key::control, key::c}), "c");
+    EXPECT_EQ(told({key::control, key::v}), "");
+}
+
+TEST_F(X11EventMonitorsTest, HearsTheKeysOfAFrozenKeyboardWhenTheProgramGetsThem) {
+    ASSERT_TRUE(other_.grabKeyboard(XCB_GRAB_MODE_SYNC));
+    EXPECT_EQ(told({key::control, key::c}), "");
+
+    other_.thaw();
+
+    EXPECT_TRUE(waitFor([&] { return told_ == "c"; }));
+}
+
+TEST_F(X11EventMonitorsTest, HearsClicksWhileAProgramHoldsThePointer) {
+    ASSERT_TRUE(other_.grabPointer());
+
+    user.click(1);
+
+    EXPECT_EQ(told(), "l");
+}
+
+TEST_F(X11EventMonitorsTest, NeverTellsTheWheelNorTheMiddleButton) {
+    for (const unsigned button : {2U, 4U, 5U, 6U, 7U, 8U, 9U}) user.click(static_cast<std::uint8_t>(button));
+
+    EXPECT_EQ(told(), "");
+}
+
+TEST_F(X11EventMonitorsTest, NamesTheRightApplicationRightAfterAChangeOfWindows) {
+    const auto& another = session.openNamed("Navegador");
+    std::vector<std::string> expected;
+    for (int i = 0; i < 40; ++i) {
+        const bool first = i % 2 == 0;
+        user.activate(first ? other_.id() : another.id());
+        user.type({key::control, key::c});
+        expected.emplace_back(first ? "Editor" : "Navegador");
+        ASSERT_TRUE(waitFor([&] { return tellers_.size() == expected.size(); }));
+    }
+
+    EXPECT_EQ(tellers_, expected);
+}
+
+TEST_F(X11EventMonitorsTest, TellsAClickOnAWindowBehindWhenThatIsInFront) {
+    session.open({.windowClass = X11Session::classOf("Navegador"), .x = 600, .y = 300});
+    ASSERT_EQ(front(), "Navegador");
+
+    user.moveInto(other_.id());
+    user.click(1);
+
+    ASSERT_TRUE(waitFor([&] { return told_ == "l"; }));
+    EXPECT_EQ(tellers_.back(), "Editor");
+}
+
+TEST_F(X11EventMonitorsTest, TellsClicksThatBringNothingToTheFront) {
+    const auto& menu = session.open({.x = 600, .y = 300, .isManaged = false});
+    user.moveInto(menu.id());
+    user.click(1);
+    ASSERT_TRUE(waitFor([&] { return told_ == "l"; }));
+
+    const auto& panel = session.open({.x = 600, .y = 500, .isPanel = true});
+    user.moveInto(panel.id());
+    user.click(1);
+    ASSERT_TRUE(waitFor([&] { return told_ == "ll"; }));
+
+    EXPECT_EQ(tellers_, (std::vector<std::string>{"Editor", "Editor"}));
+}
+
+TEST_F(X11EventMonitorsTest, TellsOfAClickAndAKeyInTheirOrder) {
+    const auto& panel = session.open({.x = 600, .y = 500, .isPanel = true});
+    user.moveInto(panel.id());
+    user.click(1);
+    user.type({key::control, key::c});
+
+    ASSERT_TRUE(waitFor([&] { return told_.size() == 2; }));
+    EXPECT_EQ(told_, "lc");
+}
+
+TEST_F(X11EventMonitorsTest, KnowsAClickOnAWindowInsideOfOurs) {
+    QWindow& window = session.openOwn(600, 400);
+    QRasterWindow inner;
+    inner.setParent(&window);
+    inner.setGeometry(20, 20, 100, 100);
+    inner.show();
+    ASSERT_TRUE(waitFor([&] { return inner.isExposed(); }));
+
+    user.moveInto(static_cast<xcb_window_t>(window.winId()));
+    user.click(1);
+
+    ASSERT_TRUE(waitFor([&] { return !toldHere_.empty(); }));
+    EXPECT_EQ(toldHere_, "l");
+    user.moveInto(other_.id());
+    EXPECT_EQ(told(), "");
+}
+
+TEST_F(X11EventMonitorsTest, CountsBothPressesOfADoubleClickHere) {
+    const QWindow& window = session.openOwn();
+    user.moveInto(static_cast<xcb_window_t>(window.winId()));
+
+    user.click(1);
+    user.click(1);
+    user.click(3);
+
+    ASSERT_TRUE(waitFor([&] { return toldHere_.ends_with('r'); }));
+    EXPECT_EQ(toldHere_, "llr");
+}
+
+TEST_F(X11EventMonitorsTest, TellsNothingElseThatIsTypedHere) {
+    session.openOwn();
+
+    user.type({key::c});
+    user.type({key::control, key::v});
+    user.type({key::super, key::c});
+    user.type({key::shift, key::deleteForward});
+
+    ASSERT_TRUE(waitFor([&] { return !toldHere_.empty(); }));
+    EXPECT_EQ(toldHere_, "x");
+}
+
+TEST_F(X11EventMonitorsTest, FindsTheLettersOfTheLayoutHereToo) {
+    session.openOwn();
+    user.setLayout("dvorak,ru", 1);
+
+    user.type({key::control, key::i});
+    user.type({key::control, key::x});
+
+    ASSERT_TRUE(waitFor([&] { return !toldHere_.empty(); }));
+    EXPECT_EQ(toldHere_, "x");
+}
+
+/// Counts what a window of ours is given.
+class Receiver : public QObject {
+public:
+    explicit Receiver(QObject& window) { window.installEventFilter(this); }
+    bool eventFilter(QObject*, QEvent* event) override {
+        if (event->type() == QEvent::KeyPress) ++keys;
+        if (event->type() == QEvent::MouseButtonPress) ++presses;
+        return false;
+    }
+    int keys = 0;
+    int presses = 0;
+};
+
+TEST_F(X11EventMonitorsTest, PassesOnWhatItSees) {
+    QWindow& window = session.openOwn();
+    const Receiver receiver(window);
+    user.moveInto(static_cast<xcb_window_t>(window.winId()));
+
+    user.click(1);
+    user.type({key::control, key::c});
+
+    ASSERT_TRUE(waitFor([&] { return toldHere_.size() == 2; }));
+    EXPECT_EQ(receiver.presses, 1);
+    EXPECT_EQ(receiver.keys, 2);
+}
+
+TEST_F(X11EventMonitorsTest, CountsNothingThatTheProgramSendsItself) {
+    QWindow& window = session.openOwn();
+    QMouseEvent press(QEvent::MouseButtonPress, QPointF(5, 5), QPointF(5, 5), Qt::LeftButton, Qt::LeftButton,
+                      Qt::NoModifier);
+
+    QCoreApplication::sendEvent(&window, &press);
+
+    EXPECT_EQ(toldHere_, "");
+}
+
+TEST_F(X11EventMonitorsTest, HearsNothingFromTheDevicesWhileNobodyListens) {
+    int heard = 0;
+    const auto devices = session.raw->onInput([&](const InputEvent&) { ++heard; });
+    global_.reset();
+    session.openOwn();
+
+    user.type({key::control, key::c});
+    ASSERT_TRUE(waitFor([&] { return toldHere_ == "c"; }));
+    EXPECT_EQ(heard, 0);
+
+    startMonitors();
+    user.type({key::control, key::c});
+    EXPECT_TRUE(waitFor([&] { return heard == 1; }));
+}
+
+TEST_F(X11EventMonitorsTest, KnowsCopyingInATerminal) {
+    QProcess terminal;
+    terminal.start("xfce4-terminal",
+                   {"--disable-server", "--title=janela-copia", "--dynamic-title-mode=none"});
+    ASSERT_NE(user.waitForWindow("janela-copia"), 0U);
+
+    user.type({key::control, key::shift, key::c});
+
+    ASSERT_TRUE(waitFor([&] { return told_ == "c"; }));
+    EXPECT_EQ(tellers_.back(), "Terminal Xfce");
+    terminal.kill();
+    terminal.waitForFinished();
+}
+
+TEST_F(X11EventMonitorsTest, OutlivesItsMonitors) {
+    session.monitors.reset();
+    user.type({key::control, key::c});
+
+    global_.reset();
+    local_.reset();
+
+    EXPECT_EQ(told_, "");
+}
+
+}  // namespace
+}  // namespace nettlecap::test
