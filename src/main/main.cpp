@@ -1,0 +1,96 @@
+#include "Process.h"
+#include "platform/linux/HistoryLock.h"
+#include "platform/linux/LinuxPlatform.h"
+#include "platform/linux/PosixFileSystem.h"
+#include "platform/linux/SingleInstance.h"
+#include "ui/qml/AppIcon.h"
+#include "ui/qml/SearchPanelController.h"
+
+#include <QClipboard>
+#include <QGuiApplication>
+#include <QSessionManager>
+#include <cstdio>
+#include <cstdlib>
+
+using namespace nettlecap;
+
+namespace {
+
+constexpr const char* alreadyRunning = "o programa já está em execução";
+
+int fail(const char* message, const std::string& description = {}) {
+    std::fprintf(stderr, description.empty() ? "nettlecap: %s\n" : "nettlecap: %s: %s\n", message,
+                 description.c_str());
+    return EXIT_FAILURE;
+}
+
+/// What must be said before there is an application object.
+void prepareQt() {
+    QQuickWindow::setGraphicsApi(QSGRendererInterface::Software);  // a third of the memory of OpenGL
+    if (!qEnvironmentVariableIsSet("QT_QPA_PLATFORM")) qputenv("QT_QPA_PLATFORM", "xcb");
+    QGuiApplication::setApplicationName(QStringLiteral("Nettlecap"));
+    QGuiApplication::setDesktopFileName(QStringLiteral("com.nettlecap.Nettlecap"));
+}
+
+void prepare(QGuiApplication& application) {
+    // Qt reads the clipboard at every change wherever there is a text field, and waits for
+    // the owner while it does.
+    QGuiApplication::clipboard()->blockSignals(true);
+    application.setQuitOnLastWindowClosed(false);
+    application.setWindowIcon(AppIcon::windowIcon());
+    // The login item starts the program with the session, and nothing else does.
+    const auto neverRestart = [](QSessionManager& session) {
+        session.setRestartHint(QSessionManager::RestartNever);
+    };
+    QObject::connect(&application, &QGuiApplication::commitDataRequest, neverRestart);
+    QObject::connect(&application, &QGuiApplication::saveStateRequest, neverRestart);
+}
+
+int run(LinuxPlatform& backend, const SingleInstance& instance) {
+    const Platform platform = backend.platform();
+    AppModel app(platform, AppPreferences{});
+    QuickViewFactory views(app.store().imagesDirectory());
+    SearchPanelController panel(app, {.clock = platform.clock, .scheduler = platform.scheduler}, views,
+                                releaseMemory);
+    const auto activations = instance.onActivate([&panel] { panel.show(); });
+    const auto loss = backend.onLost([] {
+        // Nothing can be handed over any more, and everything is saved.
+        std::_Exit(fail("a conexão com o servidor X foi perdida"));
+    });
+    // Not quit(): that asks the windows first, and a panel only hides when it is asked to close.
+    const TerminationSignals terminations([] { QCoreApplication::exit(); });
+    app.start();
+    panel.show();
+    const int status = QGuiApplication::exec();
+    backend.handOver();
+    return status;
+}
+
+}  // namespace
+
+int main() {
+    keepToTheUser();
+    returnMemoryEarly();
+    if (const auto display = LinuxPlatform::findDisplay(); !display)
+        return fail("não foi possível abrir a tela", display.description());
+    prepareQt();
+    // The program takes no options, and its name is also the instance half of WM_CLASS.
+    char name[] = "nettlecap";
+    char* arguments[] = {name, nullptr};
+    int count = 1;
+    QGuiApplication application(count, arguments);
+    prepare(application);
+
+    const auto instance = SingleInstance::claim();
+    if (!instance) return fail(alreadyRunning, instance.description());
+    if (!*instance) return EXIT_SUCCESS;
+    PosixFileSystem files;
+    const Path folder = ClipboardStore::defaultBaseDirectory(files);
+    (void)files.createDirectory(folder);  // the store says what failed
+    const auto lock = HistoryLock::take(folder);
+    if (lock && !*lock) return fail(alreadyRunning);
+
+    const auto backend = LinuxPlatform::open();
+    if (!backend) return fail("não foi possível abrir a tela", backend.description());
+    return run(**backend, **instance);
+}

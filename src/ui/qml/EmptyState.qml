@@ -1,0 +1,51 @@
+import QtQuick
+import Nettlecap
+
+/// What stands in place of an empty list.
+Item {
+    id: root
+
+    required property string symbol
+    required property string title
+    required property string message
+
+    Column {
+        anchors.centerIn: parent
+        width: parent.width - 8 * Theme.listPadding
+        spacing: 6
+
+        Symbol {
+            anchors.horizontalCenter: parent.horizontalCenter
+            width: 44
+            height: 44
+            name: root.symbol
+            color: Theme.colors.tileSymbol
+        }
+        Item {
+            width: 1
+            height: 4
+        }
+        Text {
+            width: parent.width
+            horizontalAlignment: Text.AlignHCenter
+            wrapMode: Text.WordWrap
+            text: root.title
+            textFormat: Text.PlainText
+            font: Theme.title
+            color: Theme.colors.text
+            Accessible.role: Accessible.StaticText
+            Accessible.name: text
+        }
+        Text {
+            width: parent.width
+            horizontalAlignment: Text.AlignHCenter
+            wrapMode: Text.WordWrap
+            text: root.message
+            textFormat: Text.PlainText
+            font: Theme.body
+            color: Theme.colors.secondaryText
+            Accessible.role: Accessible.StaticText
+            Accessible.name: text
+        }
+    }
+}

@@ -1,0 +1,97 @@
+#include "ui/qml/HistoryPictures.h"
+
+#include <QFileInfo>
+#include <QImageReader>
+#include <QPainter>
+#include <QPainterPath>
+#include <QUrl>
+
+namespace nettlecap {
+
+namespace {
+
+/// Of a tile 38 points wide with corners of 7.
+constexpr double cornerShare = 7.0 / 38.0;
+
+bool isPlainName(const QString& name) {
+    return !name.isEmpty() && name != "." && name != ".." && !name.contains('/') && !name.contains(QChar(0));
+}
+
+/// Decoded whole and scaled then: for PNG that is quicker than a reader that scales.
+QImage decoded(const QString& file) {
+    const QFileInfo info(file);
+    if (!info.isFile() || info.isSymLink()) return {};
+    QImageReader reader(file, "png");  // no other plugin is asked, nor loaded
+    const QSize size = reader.size();
+    if (std::int64_t{size.width()} * size.height() > HistoryPictures::mostPixels) return {};
+    return reader.read();
+}
+
+/// The middle of the picture, filling the whole of `size`, with round corners.
+QImage cropped(const QImage& picture, QSize size) {
+    const QImage scaled =
+        picture.scaled(size, Qt::KeepAspectRatioByExpanding, Qt::SmoothTransformation);
+    QImage result(size, QImage::Format_ARGB32_Premultiplied);
+    result.fill(Qt::transparent);
+    QPainter painter(&result);
+    painter.setRenderHint(QPainter::Antialiasing);
+    QPainterPath outline;
+    const double radius = size.width() * cornerShare;
+    outline.addRoundedRect(QRectF(QPointF(0, 0), size), radius, radius);
+    painter.translate((size.width() - scaled.width()) / 2, (size.height() - scaled.height()) / 2);
+    QBrush brush(scaled);
+    painter.fillPath(outline.translated(-painter.transform().dx(), -painter.transform().dy()), brush);
+    return result;
+}
+
+class Response : public QQuickImageResponse {
+public:
+    QQuickTextureFactory* textureFactory() const override {
+        return picture_.isNull() ? nullptr : QQuickTextureFactory::textureFactoryForImage(picture_);
+    }
+    /// Says nothing of the picture: the engine writes it to the log.
+    QString errorString() const override {
+        return picture_.isNull() ? QStringLiteral("no picture") : QString();
+    }
+    void cancel() override { isCancelled_ = true; }
+
+    bool isCancelled() const { return isCancelled_; }
+    /// On the thread that decoded; `finished` makes it visible to the main one.
+    void finish(QImage picture) {
+        picture_ = std::move(picture);
+        Q_EMIT finished();
+    }
+
+private:
+    QImage picture_;
+    std::atomic<bool> isCancelled_ = false;
+};
+
+}  // namespace
+
+HistoryPictures::HistoryPictures(Path folder) : folder_(std::move(folder)) {
+    constexpr std::int64_t bytesOfPixel = 4;
+    QImageReader::setAllocationLimit(static_cast<int>(mostPixels * bytesOfPixel >> 20));
+    threads_.setMaxThreadCount(2);
+}
+
+HistoryPictures::~HistoryPictures() {
+    threads_.clear();
+    threads_.waitForDone();
+}
+
+QQuickImageResponse* HistoryPictures::requestImageResponse(const QString& id, const QSize& requestedSize) {
+    auto* response = new Response;
+    threads_.start([this, response, name = QUrl::fromPercentEncoding(id.toUtf8()), size = requestedSize] {
+        response->finish(response->isCancelled() ? QImage() : thumbnail(name, size));
+    });
+    return response;
+}
+
+QImage HistoryPictures::thumbnail(const QString& name, QSize size) const {
+    if (!isPlainName(name) || size.isEmpty()) return {};
+    const QImage picture = decoded(QString::fromStdString(folder_.string()) + "/" + name);
+    return picture.isNull() ? QImage() : cropped(picture, size);
+}
+
+}  // namespace nettlecap

@@ -1,0 +1,64 @@
+pragma ComponentBehavior: Bound
+import QtQuick
+import Nettlecap.Views as Views
+
+FocusScope {
+    id: root
+
+    required property Views.MenuBarContentView view
+
+    implicitWidth: 430
+    implicitHeight: 560
+    focus: true
+
+    Rectangle {
+        anchors.fill: parent
+        color: Theme.colors.background
+    }
+
+    PanelHeader {
+        id: header
+        anchors.left: parent.left
+        anchors.right: parent.right
+        anchors.top: parent.top
+    }
+
+    HistoryList {
+        anchors.left: parent.left
+        anchors.right: parent.right
+        anchors.top: header.bottom
+        anchors.bottom: messages.top
+        visible: !root.view.isHistoryEmpty
+        focus: true
+        view: root.view
+    }
+
+    EmptyState {
+        anchors.left: parent.left
+        anchors.right: parent.right
+        anchors.top: header.bottom
+        anchors.bottom: messages.top
+        visible: root.view.isHistoryEmpty
+        symbol: "clipboard"
+        title: "Nenhuma cópia ainda"
+        message: "Textos e imagens copiados aparecerão aqui."
+    }
+
+    Column {
+        id: messages
+        anchors.left: parent.left
+        anchors.right: parent.right
+        anchors.bottom: parent.bottom
+
+        MessageLine {
+            width: parent.width
+            message: root.view.statusMessage
+            color: Theme.colors.text
+        }
+        MessageLine {
+            width: parent.width
+            message: root.view.persistenceError
+            color: Theme.colors.warning
+        }
+    }
+}

@@ -1,0 +1,31 @@
+#include "ui/qml/Symbol.h"
+
+#include <QPainter>
+#include <QSvgRenderer>
+
+namespace nettlecap {
+
+void Symbol::setName(const QString& name) {
+    if (name == name_) return;
+    name_ = name;
+    update();
+    Q_EMIT nameChanged();
+}
+
+void Symbol::setColor(const QColor& color) {
+    if (color == color_) return;
+    color_ = color;
+    update();
+    Q_EMIT colorChanged();
+}
+
+void Symbol::paint(QPainter* painter) {
+    QSvgRenderer symbol(QStringLiteral(":/nettlecap/symbols/%1.svg").arg(name_));
+    symbol.setAspectRatioMode(Qt::KeepAspectRatio);
+    symbol.render(painter, boundingRect());
+    // The drawing is opaque where the symbol is, in whatever colour.
+    painter->setCompositionMode(QPainter::CompositionMode_SourceIn);
+    painter->fillRect(boundingRect(), color_);
+}
+
+}  // namespace nettlecap

@@ -1,0 +1,164 @@
+#include "ui/qml/HistoryPictures.h"
+#include "ui/HistoryOnFakes.h"
+#include "ui/ClipboardEntryRow.h"
+#include "ui/PrintQt.h"
+
+#include <QColor>
+#include <QFile>
+#include <QQmlComponent>
+#include <QQmlEngine>
+#include <QQuickItem>
+#include <QTemporaryDir>
+#include <QTest>
+#include <gtest/gtest.h>
+
+namespace nettlecap {
+namespace {
+
+constexpr QSize side(38, 38);
+
+class HistoryPicturesTest : public testing::Test {
+protected:
+    HistoryPicturesTest() { QDir().mkdir(folder); }
+
+    void save(const QString& path, QSize size, const QColor& color = Qt::red) {
+        QImage picture(size, QImage::Format_RGB32);
+        picture.fill(color);
+        ASSERT_TRUE(picture.save(path, "PNG"));
+    }
+    QImage thumbnail(const QString& name) {
+        return HistoryPictures(folder.toStdString()).thumbnail(name, side);
+    }
+
+    QTemporaryDir room;
+    QString folder = room.filePath("Images");
+};
+
+TEST_F(HistoryPicturesTest, FillsTheTileWithTheMiddleOfThePicture) {
+    QImage picture(300, 100, QImage::Format_RGB32);
+    picture.fill(Qt::blue);
+    for (int x = 100; x < 200; ++x)
+        for (int y = 0; y < 100; ++y) picture.setPixelColor(x, y, Qt::green);
+    picture.save(folder + "/gato.png");
+
+    const QImage result = thumbnail("gato.png");
+
+    EXPECT_EQ(result.size(), side);
+    EXPECT_EQ(result.pixelColor(19, 19), QColor(Qt::green));
+    EXPECT_EQ(result.pixelColor(3, 19), QColor(Qt::green));
+    EXPECT_EQ(result.pixelColor(34, 19), QColor(Qt::green));
+}
+
+TEST_F(HistoryPicturesTest, RoundsTheCorners) {
+    save(folder + "/gato.png", {100, 100});
+
+    EXPECT_EQ(thumbnail("gato.png").pixelColor(0, 0).alpha(), 0);
+    EXPECT_EQ(thumbnail("gato.png").pixelColor(19, 0), QColor(Qt::red));
+}
+
+TEST_F(HistoryPicturesTest, EnlargesASmallPictureToTheTile) {
+    save(folder + "/ponto.png", {1, 1});
+
+    EXPECT_EQ(thumbnail("ponto.png").size(), side);
+}
+
+TEST_F(HistoryPicturesTest, CopesWithAPictureThatIsAllLength) {
+    save(folder + "/fita.png", {4000, 1});
+
+    EXPECT_EQ(thumbnail("fita.png").size(), side);
+}
+
+TEST_F(HistoryPicturesTest, OpensNothingOutsideItsFolder) {
+    save(room.filePath("x.png"), {10, 10});
+    QDir(folder).mkdir("a");
+    save(folder + "/a/b", {10, 10});
+
+    EXPECT_TRUE(thumbnail("../x.png").isNull());
+    EXPECT_TRUE(thumbnail("a/b").isNull());
+    EXPECT_TRUE(thumbnail(room.filePath("x.png")).isNull());
+    EXPECT_TRUE(thumbnail("").isNull());
+    EXPECT_TRUE(thumbnail(".").isNull());
+    EXPECT_TRUE(thumbnail("..").isNull());
+    EXPECT_TRUE(thumbnail("a").isNull());
+}
+
+TEST_F(HistoryPicturesTest, FollowsNoLink) {
+    save(room.filePath("x.png"), {10, 10});
+    QFile::link(room.filePath("x.png"), folder + "/elo.png");
+
+    EXPECT_TRUE(thumbnail("elo.png").isNull());
+}
+
+TEST_F(HistoryPicturesTest, GivesNothingForAFileThatIsMissingOrNoPicture) {
+    QFile text(folder + "/texto.png");
+    ASSERT_TRUE(text.open(QIODevice::WriteOnly));
+    text.write("isto não é uma imagem");
+    text.close();
+
+    EXPECT_TRUE(thumbnail("sumiu.png").isNull());
+    EXPECT_TRUE(thumbnail("texto.png").isNull());
+}
+
+TEST_F(HistoryPicturesTest, GivesNothingForAPictureOfAbsurdSize) {
+    // One bit a pixel, so that it is the rule which refuses it and not the lack of memory.
+    const QImage largest(8192, 8192, QImage::Format_Mono);
+    const QImage tooLarge(8192, 8193, QImage::Format_Mono);
+    ASSERT_TRUE(largest.save(folder + "/grande.png"));
+    ASSERT_TRUE(tooLarge.save(folder + "/enorme.png"));
+
+    EXPECT_FALSE(thumbnail("grande.png").isNull());
+    EXPECT_TRUE(thumbnail("enorme.png").isNull());
+}
+
+/// The way of the address through the engine to the provider.
+class PictureAddressTest : public HistoryPicturesTest {
+protected:
+    PictureAddressTest() { engine.addImageProvider("history", new HistoryPictures(folder.toStdString())); }
+
+    int statusOf(const QUrl& address) {
+        QQmlComponent component(&engine);
+        component.setData("import QtQuick\nImage { sourceSize.width: 38; sourceSize.height: 38 }", QUrl());
+        const std::unique_ptr<QObject> image(component.create());
+        image->setProperty("source", address);
+        EXPECT_TRUE(QTest::qWaitFor([&] { return image->property("status").toInt() != loading; }, 20'000));
+        return image->property("status").toInt();
+    }
+
+    static constexpr int ready = 1;
+    static constexpr int loading = 2;
+    static constexpr int error = 3;
+    QQmlEngine engine;
+};
+
+TEST_F(PictureAddressTest, FindsAPlainName) {
+    save(folder + "/gato.png", {60, 40});
+
+    EXPECT_EQ(statusOf(QUrl("image://history/gato.png")), ready);
+}
+
+TEST_F(PictureAddressTest, FindsWhateverNameARowGives) {
+    HistoryOnFakes history;
+    for (const char* name : {"é 100%25.png", "a?b#c.png", "%2e%2e", "c:\\d"}) {
+        save(folder + "/" + name, {60, 40});
+        const ClipboardEntryRow row({.app = history.app, .clock = history.fake.time},
+                                    StoredEntry(history.addImage(name)), [] {});
+
+        EXPECT_EQ(statusOf(row.thumbnail()), ready) << name;
+    }
+}
+
+TEST_F(PictureAddressTest, RefusesAWayOut) {
+    save(room.filePath("x.png"), {10, 10});
+
+    EXPECT_EQ(statusOf(QUrl("image://history/../x.png")), error);
+    EXPECT_EQ(statusOf(QUrl("image://history/..%252Fx.png")), error);
+    EXPECT_EQ(statusOf(QUrl("image://history/%2E%2E%2Fx.png")), error);
+    EXPECT_EQ(statusOf(QUrl("image://history/")), error);
+}
+
+TEST_F(PictureAddressTest, ReportsAMissingPicture) {
+    EXPECT_EQ(statusOf(QUrl("image://history/sumiu.png")), error);
+}
+
+}  // namespace
+}  // namespace nettlecap

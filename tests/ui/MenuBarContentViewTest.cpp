@@ -1,0 +1,268 @@
+#include "ui/MenuBarContentView.h"
+#include "ui/HistoryOnFakes.h"
+#include "ui/PrintQt.h"
+
+#include <QCoreApplication>
+#include <QSignalSpy>
+#include <gtest/gtest.h>
+
+namespace nettlecap {
+namespace {
+
+using namespace std::chrono_literals;
+
+class MenuBarContentViewTest : public testing::Test {
+protected:
+    ~MenuBarContentViewTest() override {
+        view.reset();
+        QCoreApplication::sendPostedEvents(nullptr, QEvent::DeferredDelete);
+    }
+
+    void show() {
+        view = std::make_unique<MenuBarContentView>(
+            history.app,
+            MenuBarContentView::Ports{.clock = history.fake.time, .scheduler = history.fake.time});
+    }
+    ClipboardEntryRow* row(int index) {
+        RowList& rows = *view->rows();
+        return qobject_cast<ClipboardEntryRow*>(
+            rows.data(rows.index(index), Qt::UserRole).value<QObject*>());
+    }
+    QStringList summaries() {
+        QStringList result;
+        for (int index = 0; index < view->rows()->rowCount(); ++index) result << row(index)->summary();
+        return result;
+    }
+
+    HistoryOnFakes history;
+    std::unique_ptr<MenuBarContentView> view;
+};
+
+TEST_F(MenuBarContentViewTest, ListsTheNewestFirst) {
+    history.add("velho", 2h);
+    history.add("novo", 1min);
+    show();
+
+    EXPECT_EQ(summaries(), (QStringList{"novo", "velho"}));
+}
+
+TEST_F(MenuBarContentViewTest, ListsFavouritesBeforeEverythingElse) {
+    const ClipboardEntry old = history.add("velho favorito", 200h);
+    history.add("recente", 1s);
+    show();
+
+    history.app.store().toggleFavorite(old);
+
+    EXPECT_EQ(summaries(), (QStringList{"velho favorito", "recente"}));
+    EXPECT_TRUE(row(0)->isFavorite());
+}
+
+TEST_F(MenuBarContentViewTest, FollowsTheHistory) {
+    show();
+    EXPECT_TRUE(view->isHistoryEmpty());
+
+    const ClipboardEntry entry = history.add("um");
+    EXPECT_FALSE(view->isHistoryEmpty());
+    EXPECT_EQ(summaries(), (QStringList{"um"}));
+
+    history.app.store().remove(entry);
+    EXPECT_TRUE(view->isHistoryEmpty());
+}
+
+TEST_F(MenuBarContentViewTest, TellsOfEmptinessOnlyWhenItChanges) {
+    show();
+    const QSignalSpy changes(view.get(), &MenuBarContentView::isHistoryEmptyChanged);
+
+    history.add("um");
+    history.add("dois");
+
+    EXPECT_EQ(changes.count(), 1);
+}
+
+TEST_F(MenuBarContentViewTest, KeepsARowsObjectThroughAPromotion) {
+    history.add("um", 2h);
+    history.add("dois", 1h);
+    show();
+    const ClipboardEntryRow* last = row(1);
+
+    history.app.store().promoteExistingEntry({.fingerprint = "text:um",
+                                              .sourceApplication = "Terminal",
+                                              .at = history.ago(0s),
+                                              .replacementText = "um!",
+                                              .sensitiveKind = std::nullopt});
+
+    EXPECT_EQ(row(0), last);
+    EXPECT_EQ(row(0)->summary(), "um!");
+    EXPECT_EQ(row(0)->sourceApplication(), "Terminal");
+    EXPECT_EQ(row(0)->age(), "agora");
+}
+
+TEST_F(MenuBarContentViewTest, RowsTellTheirAgeOnceAMinute) {
+    history.add("um", 5min);
+    show();
+    const QSignalSpy ages(row(0), &ClipboardEntryRow::ageChanged);
+
+    history.fake.time.advance(59.999s);
+    EXPECT_EQ(ages.count(), 0);
+
+    history.fake.time.advance(0.001s);
+    EXPECT_EQ(ages.count(), 1);
+    EXPECT_EQ(row(0)->age(), "há 6 minutos");
+}
+
+TEST_F(MenuBarContentViewTest, RowsTellTheirAgeBesideANewOne) {
+    history.add("um");
+    show();
+    const QSignalSpy ages(row(0), &ClipboardEntryRow::ageChanged);
+    history.fake.time.advance(10s);
+
+    history.add("dois");
+
+    EXPECT_EQ(ages.count(), 1);
+    EXPECT_EQ(row(0)->age(), "agora");
+    EXPECT_EQ(row(1)->age(), "há 10 segundos");
+}
+
+TEST_F(MenuBarContentViewTest, NothingTicksOnceItIsGone) {
+    const std::size_t before = history.fake.time.waitingTasks();
+    show();
+    EXPECT_EQ(history.fake.time.waitingTasks(), before + 1);
+
+    view.reset();
+    history.fake.time.advance(60s);
+
+    EXPECT_EQ(history.fake.time.waitingTasks(), before);
+}
+
+TEST_F(MenuBarContentViewTest, ArrowsMoveOneSelection) {
+    history.add("um", 1h);
+    history.add("dois", 2h);
+    show();
+    EXPECT_EQ(view->selectedRow(), -1);
+
+    EXPECT_TRUE(view->moveCurrentSelection(1));
+    EXPECT_TRUE(row(0)->isKeyboardSelected());
+
+    EXPECT_TRUE(view->moveCurrentSelection(1));
+    EXPECT_EQ(view->selectedRow(), 1);
+    EXPECT_FALSE(row(0)->isKeyboardSelected());
+    EXPECT_TRUE(row(1)->isKeyboardSelected());
+}
+
+TEST_F(MenuBarContentViewTest, TheFirstStepUpGoesToTheLastRow) {
+    history.add("um", 1h);
+    history.add("dois", 2h);
+    show();
+
+    view->moveCurrentSelection(-1);
+
+    EXPECT_EQ(view->selectedRow(), 1);
+}
+
+TEST_F(MenuBarContentViewTest, TheSelectionStaysWithItsEntry) {
+    history.add("um", 1h);
+    show();
+    view->moveCurrentSelection(1);
+
+    history.add("dois");
+
+    EXPECT_EQ(view->selectedRow(), 1);
+    EXPECT_TRUE(row(1)->isKeyboardSelected());
+}
+
+TEST_F(MenuBarContentViewTest, ASelectionWhoseEntryIsGoneCountsAsNone) {
+    history.add("um", 1h);
+    const ClipboardEntry second = history.add("dois", 2h);
+    show();
+    view->moveCurrentSelection(-1);
+
+    history.app.store().remove(second);
+
+    EXPECT_EQ(view->selectedRow(), -1);
+    EXPECT_TRUE(view->pasteSelectedItem());
+    EXPECT_EQ(history.fake.pasteboard.string(pasteboardType::text), "um");
+}
+
+TEST_F(MenuBarContentViewTest, ReturnCopiesTheSelectedRow) {
+    history.add("um", 1h);
+    history.add("dois", 2h);
+    show();
+    view->moveCurrentSelection(-1);
+
+    EXPECT_TRUE(view->pasteSelectedItem());
+
+    EXPECT_EQ(history.fake.pasteboard.string(pasteboardType::text), "dois");
+    EXPECT_EQ(view->statusMessage(), "Copiado — use ⌘V para colar");
+}
+
+TEST_F(MenuBarContentViewTest, ReturnTakesTheTopRowWhenNoneIsSelected) {
+    history.add("um", 1h);
+    history.add("dois", 2h);
+    show();
+
+    EXPECT_TRUE(view->pasteSelectedItem());
+
+    EXPECT_EQ(history.fake.pasteboard.string(pasteboardType::text), "um");
+    EXPECT_EQ(view->selectedRow(), 0);
+}
+
+TEST_F(MenuBarContentViewTest, AnEmptyListHandlesNoKey) {
+    show();
+
+    EXPECT_FALSE(view->moveCurrentSelection(1));
+    EXPECT_FALSE(view->pasteSelectedItem());
+    EXPECT_EQ(history.fake.pasteboard.changeCount(), 0);
+}
+
+TEST_F(MenuBarContentViewTest, AClickSelectsItsRow) {
+    history.add("um", 1h);
+    history.add("dois", 2h);
+    show();
+
+    row(1)->handleRowClick();
+
+    EXPECT_EQ(view->selectedRow(), 1);
+    EXPECT_TRUE(row(1)->isKeyboardSelected());
+}
+
+TEST_F(MenuBarContentViewTest, SaysWhenAnItemCannotBeCopied) {
+    history.addImage("sumiu.png");
+    show();
+    const QSignalSpy changes(view.get(), &MenuBarContentView::statusMessageChanged);
+
+    row(0)->handleRowClick();
+
+    EXPECT_EQ(changes.count(), 1);
+    EXPECT_EQ(view->statusMessage(), "Não foi possível recuperar este item");
+}
+
+TEST_F(MenuBarContentViewTest, ShowsAStorageErrorUntilItIsCured) {
+    show();
+    EXPECT_EQ(view->persistenceError(), "");
+
+    history.fake.files.fail(FileOperation::write, "No space left on device");
+    history.app.store().persist();
+    EXPECT_EQ(view->persistenceError(), "Não foi possível salvar o histórico: No space left on device");
+
+    history.fake.files.stopFailing(FileOperation::write);
+    history.app.store().persist();
+    EXPECT_EQ(view->persistenceError(), "");
+}
+
+TEST_F(MenuBarContentViewTest, ShowsBothOfTwoEntriesWithOneIdentity) {
+    const ClipboardEntry first = history.add("um", 1h);
+    ClipboardEntry second = first;
+    second.text = "dois";
+    second.createdAt = history.ago(2h);
+    history.add(second);
+    show();
+
+    view->moveCurrentSelection(-1);
+
+    EXPECT_EQ(summaries(), (QStringList{"um", "dois"}));
+    EXPECT_FALSE(row(0)->isKeyboardSelected());
+    EXPECT_TRUE(row(1)->isKeyboardSelected());
+}
+
+}  // namespace
+}  // namespace nettlecap

@@ -1,0 +1,123 @@
+#include "ui/qml/SearchPanelController.h"
+#include "ui/HistoryOnFakes.h"
+#include "ui/PrintQt.h"
+
+#include <QGuiApplication>
+#include <QTest>
+#include <gtest/gtest.h>
+
+namespace nettlecap {
+namespace {
+
+using namespace std::chrono_literals;
+
+class SearchPanelControllerTest : public testing::Test {
+protected:
+    ~SearchPanelControllerTest() override {
+        QCoreApplication::sendPostedEvents(nullptr, QEvent::DeferredDelete);
+    }
+
+    void show() {
+        controller.show();
+        ASSERT_TRUE(QTest::qWaitForWindowActive(window()));
+    }
+    QuickPanel* window() const {
+        for (QWindow* candidate : QGuiApplication::topLevelWindows())
+            if (auto* panel = qobject_cast<QuickPanel*>(candidate)) return panel;
+        return nullptr;
+    }
+    bool hasContent() const { return !window()->contentItem()->childItems().isEmpty(); }
+
+    HistoryOnFakes history;
+    QuickViewFactory views{history.app.store().imagesDirectory()};
+    int hidings = 0;
+    SearchPanelController controller{history.app,
+                                     {.clock = history.fake.time, .scheduler = history.fake.time},
+                                     views,
+                                     [this] { ++hidings; }};
+};
+
+TEST_F(SearchPanelControllerTest, ShowsAWindowOfFixedSizeNamedAfterTheProgram) {
+    show();
+
+    EXPECT_TRUE(window()->isVisible());
+    EXPECT_EQ(window()->title(), "Nettlecap");
+    EXPECT_EQ(window()->minimumSize(), QSize(430, 560));
+    EXPECT_EQ(window()->maximumSize(), QSize(430, 560));
+}
+
+TEST_F(SearchPanelControllerTest, EscapeHidesThePanelAndDropsItsContentAfterwards) {
+    show();
+
+    QTest::keyClick(window(), Qt::Key_Escape);
+    EXPECT_FALSE(window()->isVisible());
+    EXPECT_TRUE(hasContent());
+
+    history.fake.time.advance(0s);
+    EXPECT_FALSE(hasContent());
+    EXPECT_EQ(hidings, 1);
+}
+
+TEST_F(SearchPanelControllerTest, ClosingHidesAndTheNextShowStartsAfresh) {
+    history.add("um");
+    show();
+    QTest::keyClick(window(), Qt::Key_Down);
+    QuickPanel* const panel = window();
+
+    panel->close();
+    history.fake.time.advance(0s);
+    EXPECT_FALSE(panel->isVisible());
+
+    show();
+    EXPECT_EQ(window(), panel);
+    const auto* content = panel->contentItem()->childItems().constFirst();
+    EXPECT_EQ(content->property("view").value<MenuBarContentView*>()->selectedRow(), -1);
+}
+
+TEST_F(SearchPanelControllerTest, ShowingAShownPanelKeepsItsContent) {
+    show();
+    const QQuickItem* content = window()->contentItem()->childItems().constFirst();
+
+    show();
+
+    EXPECT_EQ(window()->contentItem()->childItems().constFirst(), content);
+}
+
+TEST_F(SearchPanelControllerTest, ShownAgainAtOnceItKeepsTheNewContent) {
+    show();
+    QTest::keyClick(window(), Qt::Key_Escape);
+
+    show();
+    history.fake.time.advance(0s);
+
+    EXPECT_TRUE(window()->isVisible());
+    EXPECT_TRUE(hasContent());
+    EXPECT_EQ(hidings, 0);
+}
+
+TEST_F(SearchPanelControllerTest, AHiddenPanelHasNoTimer) {
+    const std::size_t before = history.fake.time.waitingTasks();
+    show();
+    EXPECT_EQ(history.fake.time.waitingTasks(), before + 1);
+
+    QTest::keyClick(window(), Qt::Key_Escape);
+    history.fake.time.advance(60s);
+
+    EXPECT_EQ(history.fake.time.waitingTasks(), before);
+}
+
+TEST_F(SearchPanelControllerTest, ArrowsAndReturnReachTheHistory) {
+    history.add("um", 1h);
+    history.add("dois", 2h);
+    show();
+
+    QTest::keyClick(window(), Qt::Key_Down);
+    QTest::keyClick(window(), Qt::Key_Down);
+    QTest::keyClick(window(), Qt::Key_Return);
+
+    EXPECT_EQ(history.fake.pasteboard.string(pasteboardType::text), "dois");
+    EXPECT_TRUE(window()->isVisible());
+}
+
+}  // namespace
+}  // namespace nettlecap

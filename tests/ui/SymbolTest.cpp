@@ -1,0 +1,44 @@
+#include "ui/qml/Symbol.h"
+
+#include <QImage>
+#include <QPainter>
+#include <gtest/gtest.h>
+
+namespace nettlecap {
+namespace {
+
+QImage drawn(const QString& name, const QColor& color) {
+    Symbol symbol;
+    symbol.setSize({48, 48});
+    symbol.setName(name);
+    symbol.setColor(color);
+    QImage image(48, 48, QImage::Format_ARGB32_Premultiplied);
+    image.fill(Qt::transparent);
+    QPainter painter(&image);
+    symbol.paint(&painter);
+    return image;
+}
+
+class SymbolTest : public testing::TestWithParam<const char*> {};
+
+TEST_P(SymbolTest, IsDrawnInItsColourAndNoOther) {
+    const QImage image = drawn(GetParam(), QColor(200, 30, 60));
+
+    int opaque = 0;
+    for (int y = 0; y < image.height(); ++y) {
+        for (int x = 0; x < image.width(); ++x) {
+            const QColor pixel = image.pixelColor(x, y);
+            if (pixel.alpha() < 255) continue;
+            ++opaque;
+            ASSERT_EQ(pixel, QColor(200, 30, 60));
+        }
+    }
+    EXPECT_GT(opaque, 60);
+    EXPECT_EQ(image.pixelColor(0, 0).alpha(), 0);
+}
+
+INSTANTIATE_TEST_SUITE_P(All, SymbolTest,
+                         testing::Values("clipboard", "doc.text", "lock.fill", "photo", "star.fill"));
+
+}  // namespace
+}  // namespace nettlecap

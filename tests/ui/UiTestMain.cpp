@@ -1,0 +1,8 @@
+#include <QCoreApplication>
+#include <gtest/gtest.h>
+
+int main(int count, char** arguments) {
+    testing::InitGoogleTest(&count, arguments);
+    const QCoreApplication application(count, arguments);  // row objects are deleted by its loop
+    return RUN_ALL_TESTS();
+}
