@@ -44,9 +44,9 @@ public:
 
     QString summary() const;  ///< one line
     QString sourceApplication() const;
-    QString age() const;      ///< how long ago it was copied
-    QString symbol() const;   ///< the leading element where there is no thumbnail to show
-    QUrl thumbnail() const;   ///< empty: the entry has no picture
+    QString age() const;     ///< how long ago it was copied
+    QString symbol() const;  ///< the leading element where there is no thumbnail to show
+    QUrl thumbnail() const;  ///< empty: the entry has no picture
     bool isFavorite() const { return entry_->isFavorite; }
     bool isKeyboardSelected() const { return isKeyboardSelected_; }
 

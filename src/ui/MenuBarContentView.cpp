@@ -71,8 +71,7 @@ void MenuBarContentView::refreshAges() {
 }
 
 bool MenuBarContentView::moveCurrentSelection(int offset) {
-    const auto target =
-        ListKeyboardNavigation::targetIndex(selectedIndex(), filteredEntries_.size(), offset);
+    const auto target = ListKeyboardNavigation::targetIndex(selectedIndex(), filteredEntries_.size(), offset);
     if (!target) return false;
     select(rows_.keys()[*target]);
     return true;

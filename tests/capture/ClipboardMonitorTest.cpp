@@ -82,6 +82,12 @@ TEST_F(ClipboardMonitorTest, ClassifiesTheTextAsCopied) {
     EXPECT_EQ(entry(0).sensitiveKind, SensitiveContentKind::paymentCard);
     copy("olá");
     EXPECT_EQ(entry(0).sensitiveKind, std::nullopt);
+
+    // A path but for a Greek question mark, which composition makes a semicolon.
+    copy("Abc1/defG\u037E");
+    EXPECT_EQ(entry(0).sensitiveKind, SensitiveContentKind::secret);
+    copy("Abc1/defG;");
+    EXPECT_EQ(entry(0).sensitiveKind, std::nullopt);
 }
 
 TEST_F(ClipboardMonitorTest, KeepsTextsWithNulCharactersWhole) {

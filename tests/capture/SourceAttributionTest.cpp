@@ -5,6 +5,18 @@ namespace {
 
 using namespace std::chrono_literals;
 
+/// One whose uptime may run backwards.
+class TurningClock final : public Clock {
+public:
+    void set(Uptime uptime) { uptime_ = uptime; }
+
+    Date now() const override { return {}; }
+    Uptime uptime() const override { return uptime_; }
+
+private:
+    Uptime uptime_{};
+};
+
 class SourceAttributionTest : public SourceAttributionFixture {};
 
 // The program in front.
@@ -127,6 +139,20 @@ TEST_F(SourceAttributionTest, IsNotMovedByTheWallClock) {
 
     time.setNow({900'000'000});
     EXPECT_EQ(source(webTypes), "Safari");
+}
+
+TEST_F(SourceAttributionTest, DoesNotCreditABrowserThatCameAfterTheChange) {
+    TurningClock turning;
+    attribution = std::make_unique<SourceAttribution>(SourceAttribution::Ports{
+        .workspace = workspace, .events = events, .scheduler = time, .clock = turning});
+    start();
+    turning.set(10s);
+    activate(safari);
+    activate(itself);
+    EXPECT_EQ(source(webTypes), "Safari");
+
+    turning.set(9.999s);
+    EXPECT_EQ(source(webTypes), "Outro dispositivo");
 }
 
 TEST_F(SourceAttributionTest, AppliesTheBrowserRuleToItselfWhenItBearsTheBrowsersName) {

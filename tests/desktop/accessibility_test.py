@@ -9,12 +9,16 @@ class AccessibilityTest(DesktopTest):
         super().setUp()
         self.program = self.nettlecap(environment=accessible.ENVIRONMENT).start()
 
-    def shown_with(self, *texts):
+    def copied(self, *texts):
         for text in texts:
             self.offer(text)
             self.program.wait_for_text(text)
+
+    def shown_with(self, *texts):
+        self.copied(*texts)
         self.program.show_panel()
-        return wait_until(lambda: accessible.nodes("list item"), "rows")
+        wait_until(lambda: accessible.names("list item") == [*reversed(texts)], "a row for each text")
+        return accessible.nodes("list item")
 
     def test_an_empty_history_says_so(self):
         self.program.show_panel()
@@ -23,10 +27,10 @@ class AccessibilityTest(DesktopTest):
         self.assertEqual(accessible.names("list item"), [])
 
     def test_a_row_has_its_text_and_its_source(self):
-        first, second = self.shown_with("o primeiro", "o segundo")
+        newer, _ = self.shown_with("o primeiro", "o segundo")
 
-        self.assertEqual([first.get_name(), second.get_name()], ["o segundo", "o primeiro"])
-        self.assertEqual(first.get_description(), "Outro dispositivo · agora")
+        self.assertEqual(newer.get_name(), "o segundo")
+        self.assertEqual(newer.get_description(), "Outro dispositivo · agora")
 
     def test_the_window_and_the_list_have_names(self):
         self.shown_with("uma linha")
@@ -35,15 +39,17 @@ class AccessibilityTest(DesktopTest):
         self.assertEqual(accessible.names("list"), ["Histórico"])
 
     def test_a_masked_text_is_not_read_out(self):
-        (row,) = self.shown_with("4539 1488 0343 6467")
+        self.copied("4539 1488 0343 6467")
 
-        self.assertEqual(row.get_name(), "45••••••••••••")
-        self.assertNotIn("4539", row.get_description())
+        self.program.show_panel()
+
+        wait_until(lambda: accessible.names("list item") == ["45••••••••••••"], "the masked text")
+        self.assertNotIn("4539", accessible.nodes("list item")[0].get_description())
 
     def test_pressing_a_row_puts_its_text_back(self):
-        _, older = self.shown_with("o primeiro", "o segundo")
+        self.shown_with("o primeiro", "o segundo")
 
-        accessible.press(older)
+        wait_until(lambda: accessible.press("list item", "o primeiro"), "the row is pressed")
 
         wait_until(lambda: self.pasted() == b"o primeiro", "the text of the pressed row can be pasted")
 

@@ -22,7 +22,7 @@ HERE = pathlib.Path(__file__).resolve().parent
 PROGRAM = os.environ["NETTLECAP_PROGRAM"]
 ARTEFACTS = pathlib.Path(os.environ["NETTLECAP_ARTEFACTS"])
 ROOM = pathlib.Path(os.environ["NETTLECAP_TEST_DESKTOP"])
-DEADLINE = 40.0  # seconds: many times what the slowest condition takes on a loaded machine
+DEADLINE = 8.0  # seconds: many times what the slowest condition takes on a loaded machine
 
 
 def wait_until(condition, what, seconds=DEADLINE):
@@ -359,4 +359,4 @@ class DesktopTest(Desktop, unittest.TestCase):
 
 
 def main():
-    unittest.main(module="__main__", verbosity=2, failfast=False)
+    unittest.main(module="__main__", verbosity=2, warnings="ignore")

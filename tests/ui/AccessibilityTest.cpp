@@ -103,8 +103,7 @@ TEST_F(AccessibilityTest, StatusAndStorageErrorAreAnnounced) {
     history.app.store().persist();
 
     EXPECT_NE(find(QAccessible::AlertMessage, "Copiado — use ⌘V para colar"), nullptr);
-    EXPECT_NE(find(QAccessible::AlertMessage,
-                   "Não foi possível salvar o histórico: No space left on device"),
+    EXPECT_NE(find(QAccessible::AlertMessage, "Não foi possível salvar o histórico: No space left on device"),
               nullptr);
 }
 

@@ -50,8 +50,7 @@ TEST_F(ClipboardEntryRowTest, MasksASensitiveTextWhileProtectionIsOn) {
 
 TEST_F(ClipboardEntryRowTest, ShowsASensitiveTextWhileProtectionIsOff) {
     HistoryOnFakes open(AppPreferences{.protectSensitiveContent = false});
-    const auto row =
-        rowOf(open.addSensitive("4111 1111 1111 1111", SensitiveContentKind::paymentCard), open);
+    const auto row = rowOf(open.addSensitive("4111 1111 1111 1111", SensitiveContentKind::paymentCard), open);
 
     EXPECT_EQ(row->summary(), "4111 1111 1111 1111");
     EXPECT_EQ(row->symbol(), "doc.text");

@@ -12,17 +12,26 @@ public:
 
     /// Copied `age` ago.
     ClipboardEntry add(std::string text, Seconds age = Seconds{0}) {
-        return add(ClipboardEntry{.id = fake.identifiers.next(), .text = text, .createdAt = ago(age),
-                                  .sourceApplication = "Notas", .fingerprint = "text:" + text});
+        return add(ClipboardEntry{.id = fake.identifiers.next(),
+                                  .text = text,
+                                  .createdAt = ago(age),
+                                  .sourceApplication = "Notas",
+                                  .fingerprint = "text:" + text});
     }
     ClipboardEntry addImage(const std::string& filename, Seconds age = Seconds{0}) {
-        return add(ClipboardEntry{.id = fake.identifiers.next(), .kind = ClipboardContentKind::image,
-                                  .imageFilename = filename, .createdAt = ago(age),
-                                  .sourceApplication = "Fotos", .fingerprint = "image:" + filename});
+        return add(ClipboardEntry{.id = fake.identifiers.next(),
+                                  .kind = ClipboardContentKind::image,
+                                  .imageFilename = filename,
+                                  .createdAt = ago(age),
+                                  .sourceApplication = "Fotos",
+                                  .fingerprint = "image:" + filename});
     }
     ClipboardEntry addSensitive(std::string text, SensitiveContentKind kind) {
-        return add(ClipboardEntry{.id = fake.identifiers.next(), .text = text, .createdAt = ago(Seconds{0}),
-                                  .sourceApplication = "Notas", .fingerprint = "text:" + text,
+        return add(ClipboardEntry{.id = fake.identifiers.next(),
+                                  .text = text,
+                                  .createdAt = ago(Seconds{0}),
+                                  .sourceApplication = "Notas",
+                                  .fingerprint = "text:" + text,
                                   .sensitiveKind = kind});
     }
     ClipboardEntry add(ClipboardEntry entry) {

@@ -1,6 +1,6 @@
 #include "ui/qml/HistoryPictures.h"
-#include "ui/HistoryOnFakes.h"
 #include "ui/ClipboardEntryRow.h"
+#include "ui/HistoryOnFakes.h"
 #include "ui/PrintQt.h"
 
 #include <QColor>

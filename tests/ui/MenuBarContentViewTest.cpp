@@ -25,8 +25,7 @@ protected:
     }
     ClipboardEntryRow* row(int index) {
         RowList& rows = *view->rows();
-        return qobject_cast<ClipboardEntryRow*>(
-            rows.data(rows.index(index), Qt::UserRole).value<QObject*>());
+        return qobject_cast<ClipboardEntryRow*>(rows.data(rows.index(index), Qt::UserRole).value<QObject*>());
     }
     QStringList summaries() {
         QStringList result;

@@ -57,8 +57,7 @@ Result<std::unique_ptr<LinuxPlatform>> LinuxPlatform::open() {
     if (!pasteboard) return Failure{pasteboard.description()};
     parts->pasteboard = std::move(*pasteboard);
     parts->workspace = std::make_unique<X11Workspace>(*parts->connection, *parts->inquiry, parts->entries);
-    parts->events =
-        std::make_unique<X11EventMonitors>(*parts->workspace, *parts->inquiry, *parts->rawInput);
+    parts->events = std::make_unique<X11EventMonitors>(*parts->workspace, *parts->inquiry, *parts->rawInput);
     return std::unique_ptr<LinuxPlatform>(new LinuxPlatform(std::move(parts)));
 }
 

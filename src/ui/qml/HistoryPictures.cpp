@@ -22,6 +22,7 @@ QImage decoded(const QString& file) {
     const QFileInfo info(file);
     if (!info.isFile() || info.isSymLink()) return {};
     QImageReader reader(file, "png");  // no other plugin is asked, nor loaded
+    if (!reader.canRead()) return {};
     const QSize size = reader.size();
     if (std::int64_t{size.width()} * size.height() > HistoryPictures::mostPixels) return {};
     return reader.read();
@@ -29,8 +30,7 @@ QImage decoded(const QString& file) {
 
 /// The middle of the picture, filling the whole of `size`, with round corners.
 QImage cropped(const QImage& picture, QSize size) {
-    const QImage scaled =
-        picture.scaled(size, Qt::KeepAspectRatioByExpanding, Qt::SmoothTransformation);
+    const QImage scaled = picture.scaled(size, Qt::KeepAspectRatioByExpanding, Qt::SmoothTransformation);
     QImage result(size, QImage::Format_ARGB32_Premultiplied);
     result.fill(Qt::transparent);
     QPainter painter(&result);

@@ -4,7 +4,6 @@
 
 #include <QQmlComponent>
 
-
 namespace nettlecap {
 
 QuickViewFactory::QuickViewFactory(const Path& imagesDirectory) {

@@ -16,9 +16,8 @@ void SearchPanelController::show() {
     if (!panel_) {
         panel_ = std::make_unique<QuickPanel>(panelSize);
         // It is hidden from within a key or a close event that its content may be handling.
-        QObject::connect(panel_.get(), &QuickPanel::orderedOut, [this] {
-            ports_.scheduler.post(guard_([this] { dropContent(); }));
-        });
+        QObject::connect(panel_.get(), &QuickPanel::orderedOut,
+                         [this] { ports_.scheduler.post(guard_([this] { dropContent(); })); });
     }
     if (!panel_->isVisible()) {
         panel_->setContent(nullptr);

@@ -99,7 +99,7 @@ TEST_P(SchedulerContract, RepeatsATaskWithItsIntervalBetween) {
     const auto repeating = scheduler.every(Seconds(0.01), [&] { runs.push_back(clock.uptime()); });
     EXPECT_TRUE(runs.empty());
 
-    ASSERT_TRUE(harness->runUntil([&] { return runs.size() == 3; }));
+    ASSERT_TRUE(harness->runUntil([&] { return runs.size() >= 3; }));
     EXPECT_GE(runs[0] - start, Seconds(0.01));
     EXPECT_GE(runs[2] - start, Seconds(0.03));
 }
@@ -151,7 +151,7 @@ TEST_P(SchedulerContract, UptimeNeverGoesBack) {
         ++runs;
     });
 
-    ASSERT_TRUE(harness->runUntil([&] { return runs == 10; }));
+    ASSERT_TRUE(harness->runUntil([&] { return runs >= 10; }));
     EXPECT_FALSE(wentBack);
 }
 

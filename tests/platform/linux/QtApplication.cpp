@@ -28,14 +28,16 @@ private:
 
 bool runMainLoopUntil(const std::function<bool()>& condition) {
     const QDeadlineTimer deadline(10'000);
+    bool held = condition();
     QEventLoop loop;
     QTimer look;
     look.callOnTimeout([&] {
-        if (condition() || deadline.hasExpired()) loop.quit();
+        held = held || condition();
+        if (held || deadline.hasExpired()) loop.quit();
     });
     look.start(1);
-    if (!condition()) loop.exec();
-    return condition();
+    if (!held) loop.exec();
+    return held;
 }
 
 }  // namespace nettlecap

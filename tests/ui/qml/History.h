@@ -33,8 +33,7 @@ public:
         model_->add(text.toStdString(), std::chrono::minutes(minutesAgo));
     }
     Q_INVOKABLE void addFavorite(const QString& text, int minutesAgo) {
-        model_->app.store().toggleFavorite(
-            model_->add(text.toStdString(), std::chrono::minutes(minutesAgo)));
+        model_->app.store().toggleFavorite(model_->add(text.toStdString(), std::chrono::minutes(minutesAgo)));
     }
     Q_INVOKABLE void addFrom(const QString& source, const QString& text) {
         model_->add(ClipboardEntry{.id = model_->fake.identifiers.next(),

@@ -108,6 +108,7 @@ void* X11Connection::waitForAny(unsigned sequence) {
         xcb_generic_error_t* error = nullptr;
         if (xcb_poll_for_reply(xcb_, sequence, &reply, &error) != 0) {
             std::free(error);
+            readEvents();  // which came before the reply
             return reply;
         }
         if (readSome) continue;

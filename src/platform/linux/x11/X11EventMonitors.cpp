@@ -51,7 +51,6 @@ public:
 
 private:
     void look(const QEvent& event) {
-        if (event.type()>=2&&event.type()<=6) fprintf(stderr,"EV %d %d\n",(int)event.type(),event.type()<5?(int)static_cast<const QMouseEvent&>(event).button():0);
         if (event.type() == QEvent::KeyPress) lookAtKey(static_cast<const QKeyEvent&>(event));
         if (event.type() != QEvent::MouseButtonPress) return;
         const auto button = static_cast<const QMouseEvent&>(event).button();

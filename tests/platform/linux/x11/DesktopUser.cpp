@@ -154,16 +154,33 @@ DesktopUser::~DesktopUser() {
 }
 
 void DesktopUser::activate(xcb_window_t window) {
-    xcb_client_message_event_t request{};
-    request.response_type = XCB_CLIENT_MESSAGE;
-    request.format = 32;
-    request.window = window;
-    request.type = atom(xcb_, "_NET_ACTIVE_WINDOW");
-    request.data.data32[0] = 2;  // as a pager does, so that it is not refused
+    EXPECT_TRUE(waitFor([&] {
+        askManager(window, "_NET_ACTIVE_WINDOW", 2);  // as a pager does, so that it is not refused
+        waitForManager();
+        return active() == window;
+    }));
+}
+
+void DesktopUser::waitForManager() {
+    // It answers this in turn, behind everything that the server told it before.
+    const xcb_window_t window = xcb_generate_id(xcb_);
+    xcb_create_window(xcb_, XCB_COPY_FROM_PARENT, window, root_, 0, 0, 1, 1, 0, XCB_WINDOW_CLASS_INPUT_OUTPUT,
+                      XCB_COPY_FROM_PARENT, 0, nullptr);
+    askManager(window, "_NET_REQUEST_FRAME_EXTENTS", 0);
+    EXPECT_TRUE(waitFor([&] { return !propertyOf(xcb_, window, "_NET_FRAME_EXTENTS").empty(); }));
+    xcb_destroy_window(xcb_, window);
+}
+
+void DesktopUser::askManager(xcb_window_t window, const std::string& request, std::uint32_t value) {
+    xcb_client_message_event_t message{};
+    message.response_type = XCB_CLIENT_MESSAGE;
+    message.format = 32;
+    message.window = window;
+    message.type = atom(xcb_, request);
+    message.data.data32[0] = value;
     xcb_send_event(xcb_, 0, root_, XCB_EVENT_MASK_SUBSTRUCTURE_REDIRECT | XCB_EVENT_MASK_SUBSTRUCTURE_NOTIFY,
-                   reinterpret_cast<const char*>(&request));
+                   reinterpret_cast<const char*>(&message));
     xcb_flush(xcb_);
-    EXPECT_TRUE(waitFor([&] { return active() == window; }));
 }
 
 xcb_window_t DesktopUser::rootWindow(const std::string& property) const {
@@ -178,6 +195,8 @@ void DesktopUser::setRootWindow(const std::string& property, xcb_window_t window
                         &window);
     sync(xcb_);
 }
+
+bool DesktopUser::isDesktopEmpty() const { return propertyOf(xcb_, root_, "_NET_CLIENT_LIST").empty(); }
 
 xcb_window_t DesktopUser::waitForWindow(const std::string& title) {
     xcb_window_t found = XCB_WINDOW_NONE;

@@ -68,6 +68,8 @@ public:
 
     void activate(xcb_window_t window);  ///< through the window manager; waits until it is done
     xcb_window_t active() const { return rootWindow("_NET_ACTIVE_WINDOW"); }
+    void waitForManager();  ///< until it has dealt with all that happened
+    bool isDesktopEmpty() const;  ///< as far as the window manager knows
     xcb_window_t waitForWindow(const std::string& title);  ///< an active one; NONE: none came
 
     void press(xcb_keycode_t key);
@@ -86,6 +88,7 @@ public:
     void setRootWindow(const std::string& property, xcb_window_t window);
 
 private:
+    void askManager(xcb_window_t window, const std::string& request, std::uint32_t value);
     void fake(std::uint8_t type, std::uint8_t detail, std::int16_t x = 0, std::int16_t y = 0);
 
     xcb_connection_t* xcb_;

@@ -1,12 +1,14 @@
 #include "platform/linux/x11/X11World.h"
 
-#include <QCoreApplication>
+#include <QEventLoop>
 #include <array>
 #include <cstdlib>
 #include <sys/socket.h>
 
 using namespace nettlecap;
 using namespace nettlecap::test;
+
+constexpr std::chrono::seconds patience(30);
 
 class X11ConnectionTest : public testing::Test {
 protected:
@@ -79,6 +81,34 @@ TEST_F(X11ConnectionTest, LosesNoEventThatCameWhileItWaited) {
     EXPECT_TRUE(time.has_value());
     EXPECT_EQ(changes, 0) << "told from the main loop only";
     EXPECT_TRUE(world.waitFor([&] { return changes == 1; }));
+}
+
+TEST_F(X11ConnectionTest, NeverSleepsOnAnEventThatIsThere) {
+    const xcb_window_t window = xcb_generate_id(xcb);
+    const std::uint32_t mask = XCB_EVENT_MASK_PROPERTY_CHANGE;
+    xcb_create_window(xcb, 0, window, connection.root(), 0, 0, 1, 1, 0, XCB_WINDOW_CLASS_INPUT_ONLY,
+                      XCB_COPY_FROM_PARENT, XCB_CW_EVENT_MASK, &mask);
+    constexpr int rounds = 20'000;
+    int round = 0;
+    QEventLoop loop;  // nothing else wakes it
+    const auto next = [&] {
+        connection.await<xcb_get_input_focus_reply_t>(xcb_get_input_focus(xcb).sequence,
+                                                      [](const xcb_get_input_focus_reply_t*) {});
+        xcb_change_property(xcb, XCB_PROP_MODE_REPLACE, window, XCB_ATOM_WM_NAME, XCB_ATOM_STRING, 8, 1, "a");
+    };
+    const auto events = connection.onEvent([&](const xcb_generic_event_t& event) {
+        const auto& change = reinterpret_cast<const xcb_property_notify_event_t&>(event);
+        if (event.response_type != XCB_PROPERTY_NOTIFY || change.window != window) return;
+        if (++round == rounds) return loop.quit();
+        next();
+    });
+    world.stop();
+    QTimer::singleShot(patience, &loop, [&loop] { loop.quit(); });
+
+    next();
+    loop.exec();
+
+    EXPECT_EQ(round, rounds);
 }
 
 TEST_F(X11ConnectionTest, KnowsTheServersTime) {

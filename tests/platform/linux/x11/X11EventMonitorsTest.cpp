@@ -293,7 +293,9 @@ TEST_F(X11EventMonitorsTest, CountsBothPressesOfADoubleClickHere) {
     user.moveInto(static_cast<xcb_window_t>(window.winId()));
 
     user.click(1);
+    ASSERT_TRUE(waitFor([&] { return toldHere_ == "l"; }));
     user.click(1);
+    ASSERT_TRUE(waitFor([&] { return toldHere_ == "ll"; }));
     user.click(3);
 
     ASSERT_TRUE(waitFor([&] { return toldHere_.ends_with('r'); }));

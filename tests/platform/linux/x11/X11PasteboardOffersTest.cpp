@@ -353,11 +353,11 @@ TEST_F(X11PasteboardOffersTest, LosesNoneOfManyCopiesInQuickSuccession) {
         copied.push_back("copy " + std::to_string(copy));
         program.offer("UTF8_STRING", copied.back());
         program.own();
-        ASSERT_TRUE(
-            world.settle([&, end = world.time.uptime() + 25ms] { return world.time.uptime() >= end; }));
-        world.advance(75ms);
+        const int before = copy / 2;  // of its own
+        ASSERT_TRUE(world.waitFor([&] { return program.asked("UTF8_STRING") > before; }));
+        world.advance(100ms);
     }
 
-    EXPECT_TRUE(world.settle([&] { return read.size() >= 200; }));
+    EXPECT_TRUE(waitForChange(200));
     EXPECT_EQ(read, copied);
 }

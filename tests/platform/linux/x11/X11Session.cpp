@@ -42,6 +42,10 @@ QWindow& X11Session::openOwn(int x, int y) {
 void X11Session::quitAll() {
     others_.clear();
     own_.clear();
+    EXPECT_TRUE(waitFor([this] { return user.isDesktopEmpty(); }));
+    user.waitForManager();
+    // The next window may get the number of this one, which openbox leaves behind.
+    user.setRootWindow("_NET_ACTIVE_WINDOW", XCB_WINDOW_NONE);
 }
 
 }  // namespace nettlecap::test

@@ -40,6 +40,9 @@ bool X11World::waitFor(const std::function<bool()>& condition) { return turnUnti
 bool X11World::settle(const std::function<bool()>& condition) { return turnUntil(condition, true); }
 
 void X11World::advance(Seconds elapsed) {
+    // What the server has told by now comes before the time to come.
+    (void)connection->serverTime();
+    turn();
     time.advance(elapsed);
     turn();
 }

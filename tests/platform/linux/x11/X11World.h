@@ -20,7 +20,8 @@ public:
     /// Runs the event loop until it holds. False: it did not within half a minute.
     bool waitFor(const std::function<bool()>& condition);  ///< our time stands still
     bool settle(const std::function<bool()>& condition);   ///< our time goes on too
-    void advance(Seconds time);
+    void advance(Seconds elapsed);
+    void stop() { waking_->stop(); }
     void pump();  ///< lets the others, and what waits in the background, go on
 
     template <class Client>
