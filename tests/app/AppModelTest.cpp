@@ -22,9 +22,7 @@ protected:
         system.pasteboard.copyFromOutside(offer);
         system.time.advance(1ms);
     }
-    void copyOutside(std::string text) {
-        copyOutside({{"public.utf8-plain-text", Bytes(std::move(text))}});
-    }
+    void copyOutside(std::string text) { copyOutside({{"public.utf8-plain-text", Bytes(std::move(text))}}); }
     const ClipboardEntry& entry(std::size_t index) const { return *model->store().entries()->at(index); }
 
     FakePlatform system;

@@ -97,8 +97,7 @@ std::optional<DesktopEntry> DesktopEntries::find(const WindowClass& window) {
     if (auto entry = lookUp(window)) return entry;
     // A file changed in its place leaves its folder's time as it was: one look more, but
     // not at every question about a program that brought no entry.
-    const bool isNew = unknown_.insert(window.instance + '\0' + window.name).second;
-    if (isStale || !isNew) return std::nullopt;
+    if (isStale || !unknown_.insert(window.instance + '\0' + window.name).second) return std::nullopt;
     scan();
     return lookUp(window);
 }

@@ -3,9 +3,6 @@
 #include "ui/HistoryOnFakes.h"
 #include "ui/MenuBarContentView.h"
 
-#include <QColor>
-#include <QDir>
-#include <QImage>
 #include <QQmlEngine>
 #include <QTemporaryDir>
 
@@ -46,11 +43,6 @@ public:
         model_->addSensitive(number.toStdString(), SensitiveContentKind::paymentCard);
     }
     Q_INVOKABLE void addPicture(const QString& filename) { model_->addImage(filename.toStdString()); }
-    Q_INVOKABLE void savePicture(const QString& filename, const QColor& color) {
-        QImage picture(80, 60, QImage::Format_RGB32);
-        picture.fill(color);
-        picture.save(QDir(picturesFolder()).filePath(filename));
-    }
     Q_INVOKABLE void failToSave(const QString& why) {
         model_->fake.files.fail(FileOperation::write, why.toStdString());
         model_->app.store().persist();

@@ -208,17 +208,6 @@ Item {
             compare(stars(rows()[0]).length, 1);
             compare(stars(rows()[1]).length, 0);
         }
-        function test_aPictureShowsItsThumbnail() {
-            History.savePicture("gato.png", "red");
-            History.addPicture("gato.png");
-            show();
-            const tile = items(rows()[0], item => item instanceof EntryTile)[0];
-            const picture = items(tile, item => item instanceof Image)[0];
-            tryCompare(picture, "status", Image.Ready);
-            compare(items(tile, item => item instanceof Symbol && item.visible).length, 0);
-            const middle = tile.mapToItem(content, 19, 19);
-            tryVerify(() => Qt.colorEqual(grabImage(content).pixel(middle.x, middle.y), "red"));
-        }
         function test_aMissingPictureShowsASymbol() {
             ignoreWarning(/no picture/);
             History.addPicture("sumiu.png");

@@ -76,11 +76,14 @@ void X11Connection::awaitAny(unsigned sequence, ReplyHandler handler) {
 
 void X11Connection::drain() {
     if (lost_) return endAwaited();
-    while (const Event event = nextEvent()) {
+    do {
+        while (const Event event = nextEvent()) {
+            deliverReplies();
+            event_.emit(*event);
+        }
         deliverReplies();
-        event_.emit(*event);
-    }
-    deliverReplies();
+        // Looking for replies reads events too, which don't wake the descriptor any more.
+    } while (readEvents());
     xcb_flush(xcb_);
     endWhenLost();
 }

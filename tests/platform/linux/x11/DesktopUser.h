@@ -68,8 +68,8 @@ public:
 
     void activate(xcb_window_t window);  ///< through the window manager; waits until it is done
     xcb_window_t active() const { return rootWindow("_NET_ACTIVE_WINDOW"); }
-    void waitForManager();  ///< until it has dealt with all that happened
-    bool isDesktopEmpty() const;  ///< as far as the window manager knows
+    void waitForManager();                                 ///< until it has dealt with all that happened
+    bool isDesktopEmpty() const;                           ///< as far as the window manager knows
     xcb_window_t waitForWindow(const std::string& title);  ///< an active one; NONE: none came
 
     void press(xcb_keycode_t key);
