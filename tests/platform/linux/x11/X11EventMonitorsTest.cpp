@@ -248,6 +248,10 @@ TEST_F(X11EventMonitorsTest, TellsAClickOnAWindowBehindWhenThatIsInFront) {
 }
 
 TEST_F(X11EventMonitorsTest, TellsClicksThatBringNothingToTheFront) {
+    ASSERT_TRUE(waitFor([&] {
+        user.activate(other_.id());
+        return front() == "Editor";
+    }));
     const auto& menu = session.open({.x = 600, .y = 300, .isManaged = false});
     user.moveInto(menu.id());
     user.click(1);
