@@ -6,12 +6,13 @@
 
 #include <algorithm>
 #include <cstdlib>
+#include <functional>
 #include <system_error>
 
 namespace nettlecap {
 namespace {
 
-constexpr off_t largestFile = 256 * 1024;  // the most translated ones have about 60 KiB
+constexpr off_t largestFile = off_t{256} * 1024;  // the most translated ones have about 60 KiB
 constexpr std::size_t mostFiles = 20'000;
 constexpr int deepestFolder = 8;
 constexpr std::size_t mostUnknown = 1000;  // programs can change their class at will
@@ -162,7 +163,8 @@ DesktopEntries::File DesktopEntries::readFile(const Path& path, const Stamp& sta
 
 void DesktopEntries::rebuildIndexes(std::vector<DesktopEntry> entries) {
     entries_ = std::move(entries);
-    std::ranges::stable_partition(entries_, &DesktopEntry::isShown);
+    // Not the one of std::ranges: Clang 14 can't compile what it returns.
+    std::stable_partition(entries_.begin(), entries_.end(), std::mem_fn(&DesktopEntry::isShown));
     for (Index& index : indexes_) index.clear();
 
     // The first to claim a key keeps it.

@@ -38,7 +38,7 @@ QImage cropped(const QImage& picture, QSize size) {
     QPainterPath outline;
     const double radius = size.width() * cornerShare;
     outline.addRoundedRect(QRectF(QPointF(0, 0), size), radius, radius);
-    painter.translate((size.width() - scaled.width()) / 2, (size.height() - scaled.height()) / 2);
+    painter.translate(QPoint((size.width() - scaled.width()) / 2, (size.height() - scaled.height()) / 2));
     QBrush brush(scaled);
     painter.fillPath(outline.translated(-painter.transform().dx(), -painter.transform().dy()), brush);
     return result;

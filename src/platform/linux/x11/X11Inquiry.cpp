@@ -73,7 +73,7 @@ void* X11Inquiry::wait(unsigned sequence) {
 }
 
 /// Null with `arrived` for an error, and for everything once the server is gone.
-void* X11Inquiry::take(unsigned sequence, bool& arrived) {
+void* X11Inquiry::take(unsigned sequence, bool& arrived) const {
     // Only looking for events reads what has come; none are selected here.
     const X11Reply<xcb_generic_event_t> unwanted(xcb_poll_for_event(xcb()));
     void* reply = nullptr;

@@ -33,7 +33,7 @@ public:
 private:
     explicit X11Inquiry(std::unique_ptr<X11Connection> connection) : connection_(std::move(connection)) {}
     void* wait(unsigned sequence);
-    void* take(unsigned sequence, bool& arrived);
+    void* take(unsigned sequence, bool& arrived) const;
 
     std::unique_ptr<X11Connection> connection_;
     std::optional<unsigned> overdue_;  // the question that the server has not answered in time

@@ -1,10 +1,8 @@
 #include "platform/linux/x11/X11KeyTable.h"
 
-#include <xkbcommon/xkbcommon-x11.h>
+#include "platform/linux/x11/XkbProtocol.h"
 
-#define explicit explicit_  // a field of its requests
-#include <xcb/xkb.h>
-#undef explicit
+#include <xkbcommon/xkbcommon-x11.h>
 
 namespace nettlecap {
 

@@ -1,10 +1,8 @@
 #include "platform/linux/x11/X11RawInput.h"
 
-#include <xcb/xinput.h>
+#include "platform/linux/x11/XkbProtocol.h"
 
-#define explicit explicit_  // a field of its requests
-#include <xcb/xkb.h>
-#undef explicit
+#include <xcb/xinput.h>
 
 namespace nettlecap {
 
