@@ -1,3 +1,5 @@
+#include "TemporaryFolder.h"
+
 #include "capture/ClipboardMonitor.h"
 #include "model/ClipboardContentFingerprint.h"
 #include "platform/fake/FakePlatform.h"
@@ -31,25 +33,6 @@ std::string text(std::size_t number) {
 std::string fingerprint(std::string_view content) {
     return ClipboardContentFingerprint::fingerprint(content, ClipboardContentKind::text);
 }
-
-/// A folder of its own, gone with it.
-class TemporaryFolder {
-public:
-    TemporaryFolder() {
-        const char* base = std::getenv("TMPDIR");
-        std::string name = std::string(base ? base : "/tmp") + "/nettlecap-bench-XXXXXX";
-        if (!::mkdtemp(name.data())) std::abort();
-        path_ = name;
-    }
-    TemporaryFolder(const TemporaryFolder&) = delete;
-    TemporaryFolder& operator=(const TemporaryFolder&) = delete;
-    ~TemporaryFolder() { std::filesystem::remove_all(path_); }
-
-    const Path& path() const { return path_; }
-
-private:
-    Path path_;
-};
 
 /// A monitor over a history that is full of texts.
 class FullHistory {

@@ -1,3 +1,5 @@
+#include "TemporaryFolder.h"
+
 #include "model/ClipboardContentFingerprint.h"
 #include "model/ClipboardStore.h"
 #include "model/Expression.h"
@@ -47,25 +49,6 @@ PersistedState history(std::size_t count) {
     for (std::size_t number = 0; number < count; ++number) state.entries.push_back(entry(number));
     return state;
 }
-
-/// A folder of its own, gone with it.
-class TemporaryFolder {
-public:
-    TemporaryFolder() {
-        const char* base = std::getenv("TMPDIR");
-        std::string name = std::string(base ? base : "/tmp") + "/nettlecap-bench-XXXXXX";
-        if (!::mkdtemp(name.data())) std::abort();
-        path_ = name;
-    }
-    TemporaryFolder(const TemporaryFolder&) = delete;
-    TemporaryFolder& operator=(const TemporaryFolder&) = delete;
-    ~TemporaryFolder() { std::filesystem::remove_all(path_); }
-
-    const Path& path() const { return path_; }
-
-private:
-    Path path_;
-};
 
 /// A store on the real disk.
 class DiskStore {
