@@ -3,7 +3,10 @@
 #include "platform/linux/LinuxPlatform.h"
 #include "platform/linux/PosixFileSystem.h"
 #include "platform/linux/SingleInstance.h"
+#include "ui/NavigationHUDController.h"
 #include "ui/qml/AppIcon.h"
+#include "ui/qml/QuickPanels.h"
+#include "ui/qml/QuickViewFactory.h"
 #include "ui/qml/SearchPanelController.h"
 
 #include <QClipboard>
@@ -46,13 +49,30 @@ void prepare(QGuiApplication& application) {
     QObject::connect(&application, &QGuiApplication::saveStateRequest, neverRestart);
 }
 
+AppModel::Windows makeWindows(LinuxPlatform& backend, PanelFactory& panels, ViewFactory& views) {
+    const Platform platform = backend.platform();
+    auto hud = std::make_unique<NavigationHUDController>(NavigationHUDController::Collaborators{
+        .panels = panels, .screens = backend.screens(), .scheduler = platform.scheduler, .views = views});
+    auto searchPanel = std::make_unique<SearchPanelController>(
+        SearchPanelController::Collaborators{.ports = {.clock = platform.clock,
+                                                       .scheduler = platform.scheduler,
+                                                       .identifiers = platform.identifiers,
+                                                       .images = platform.images,
+                                                       .text = platform.text,
+                                                       .pasteboard = platform.pasteboard,
+                                                       .quit = [] { QCoreApplication::exit(); }},
+                                             .views = views,
+                                             .windows = backend.windows()},
+        releaseMemory);
+    return {.hud = std::move(hud), .searchPanel = std::move(searchPanel)};
+}
+
 int run(LinuxPlatform& backend, const SingleInstance& instance) {
     const Platform platform = backend.platform();
-    AppModel app(platform, AppPreferences{});
-    QuickViewFactory views(app.store().imagesDirectory());
-    SearchPanelController panel(app, {.clock = platform.clock, .scheduler = platform.scheduler}, views,
-                                releaseMemory);
-    const auto activations = instance.onActivate([&panel] { panel.show(); });
+    QuickViewFactory views(ClipboardStore::defaultImagesDirectory(platform.files));
+    QuickPanels panels(backend.windows());
+    AppModel app(platform, makeWindows(backend, panels, views), {});
+    const auto activations = instance.onActivate([&app] { app.openNettlecap(); });
     const auto loss = backend.onLost([] {
         // Nothing can be handed over any more, and everything is saved.
         std::_Exit(fail("a conexão com o servidor X foi perdida"));
@@ -60,7 +80,7 @@ int run(LinuxPlatform& backend, const SingleInstance& instance) {
     // Not quit(): that asks the windows first, and a panel only hides when it is asked to close.
     const TerminationSignals terminations([] { QCoreApplication::exit(); });
     app.start();
-    panel.show();
+    app.openNettlecap();
     const int status = QGuiApplication::exec();
     backend.handOver();
     return status;

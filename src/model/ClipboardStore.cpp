@@ -18,6 +18,7 @@ namespace nettlecap {
 
 namespace {
 
+constexpr const char* imagesFolder = "Images";
 constexpr std::int64_t smallestLimit = 10;
 
 std::string titleOf(std::string_view title) {
@@ -73,7 +74,7 @@ std::string joined(const std::vector<std::string_view>& pieces) {
 
 ClipboardStore::ClipboardStore(Ports ports, std::optional<Path> baseDirectory, std::int64_t maxItems)
     : ports_(ports), baseDirectory_(baseDirectory ? *baseDirectory : defaultBaseDirectory(ports.files)),
-      imagesDirectory_(baseDirectory_ / "Images"), stateURL_(baseDirectory_ / "history.json"),
+      imagesDirectory_(baseDirectory_ / imagesFolder), stateURL_(baseDirectory_ / "history.json"),
       unreadableURL_(baseDirectory_ / "history.unreadable.json"),
       maxItems_(std::max(maxItems, smallestLimit)) {
     createDirectories();
@@ -91,6 +92,10 @@ Path ClipboardStore::defaultBaseDirectory(const FileSystem& files) {
         std::abort();
     }
     return *applicationSupport / "Nettlecap";
+}
+
+Path ClipboardStore::defaultImagesDirectory(const FileSystem& files) {
+    return defaultBaseDirectory(files) / imagesFolder;
 }
 
 bool ClipboardStore::promoteExistingEntry(Promotion promotion) {

@@ -45,6 +45,8 @@ public:
     /// Where the history lives when nobody says otherwise. Aborts where the system has no
     /// place for it.
     static Path defaultBaseDirectory(const FileSystem& files);
+    /// Where the pictures of that history are.
+    static Path defaultImagesDirectory(const FileSystem& files);
 
     /// Moves the entry with this content to its new date, merging duplicates. False: there is none.
     bool promoteExistingEntry(Promotion promotion);

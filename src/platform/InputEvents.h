@@ -1,23 +1,9 @@
 #pragma once
 
+#include "platform/Keys.h"
 #include "platform/Signal.h"
 
 namespace nettlecap {
-
-using KeyCode = std::uint32_t;        ///< virtual key code, by ANSI position
-using ModifierFlags = std::uint64_t;  ///< bits of `modifier`
-
-namespace modifier {
-inline constexpr ModifierFlags shift = 1U << 17;
-inline constexpr ModifierFlags control = 1U << 18;
-inline constexpr ModifierFlags option = 1U << 19;
-inline constexpr ModifierFlags command = 1U << 20;
-}  // namespace modifier
-
-namespace keyCode {
-inline constexpr KeyCode x = 7;
-inline constexpr KeyCode c = 8;
-}  // namespace keyCode
 
 /// The values are the bits of a monitor's mask.
 enum class InputKind : std::uint32_t {

@@ -18,9 +18,13 @@ class Workspace {
 public:
     virtual ~Workspace() = default;
 
+    /// Brings its window to the front, with the keyboard; nothing happens if it is gone.
+    virtual void activate(const RunningApplication& application) = 0;
+
     virtual RunningApplication current() const = 0;  ///< this program
     /// Absent: nothing is in front, or the system does not tell.
     virtual std::optional<RunningApplication> frontmostApplication() const = 0;
+    virtual bool isTerminated(const RunningApplication& application) const = 0;
 
     /// Tells of each application that comes to the front, this program included.
     virtual Subscription onActivation(std::function<void(const RunningApplication&)> handler) = 0;

@@ -1,5 +1,6 @@
 #pragma once
 
+#include "model/ClipboardEntry.h"
 #include "model/Text.h"
 
 namespace nettlecap {
@@ -10,6 +11,13 @@ struct ClipboardTextPreview {
     static constexpr std::size_t limit = 1200;  ///< characters
 
     static std::string limited(std::string_view text) { return text::limited(text, limit); }
+    static std::string onOneLine(std::string_view text) { return text::onOneLine(limited(text)); }
+
+    static bool isMasked(const ClipboardEntry& entry, bool protectingSensitiveContent) {
+        return protectingSensitiveContent && entry.sensitiveKind;
+    }
+    /// What stands for the entry where there is one line for it.
+    static std::string summary(const ClipboardEntry& entry, bool protectingSensitiveContent);
 };
 
 }  // namespace nettlecap

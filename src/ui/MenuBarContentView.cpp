@@ -1,6 +1,6 @@
 #include "ui/MenuBarContentView.h"
 
-#include "ui/ListKeyboardNavigation.h"
+#include "ui/ClipboardTextPreview.h"
 
 #include <algorithm>
 
@@ -8,116 +8,327 @@ namespace nettlecap {
 
 namespace {
 
-QString shown(const std::optional<std::string>& text) {
-    return text ? QString::fromStdString(*text) : QString();
-}
+constexpr std::size_t mostDescribed = 90;  ///< characters of an entry that a question names
 
-/// The store keeps its list by date, newest first, so only the favourites have to move.
-StoredEntries favoritesFirst(StoredEntries entries) {
-    std::stable_partition(entries.begin(), entries.end(),
-                          [](const StoredEntry& entry) { return entry->isFavorite; });
-    return entries;
-}
+const Uuid& identityOf(const StoredEntry& entry) { return entry->id; }
+const Uuid& identityOf(const SavedSnippet& snippet) { return snippet.id; }
 
-const StoredEntry* find(const StoredEntries& entries, const RowKey& key) {
-    std::size_t occurrence = 0;
-    for (const StoredEntry& entry : entries)
-        if (entry->id == key.id && occurrence++ == key.occurrence) return &entry;
-    return nullptr;
+std::optional<std::size_t> indexOf(const StoredEntries& entries, const Uuid& id) {
+    const auto place = std::find_if(entries.begin(), entries.end(),
+                                    [&](const StoredEntry& entry) { return entry->id == id; });
+    if (place == entries.end()) return std::nullopt;
+    return static_cast<std::size_t>(place - entries.begin());
 }
 
 }  // namespace
 
 MenuBarContentView::MenuBarContentView(AppModel& app, Ports ports)
-    : app_(app), ports_(ports), rows_([this](const RowKey& key) { return makeRow(key); }) {
-    updateEntries();
-    changes_[0] = app_.store().entries().subscribe([this] { updateEntries(); });
-    changes_[1] = app_.store().persistenceError().subscribe([this] { Q_EMIT persistenceErrorChanged(); });
-    changes_[2] = app_.statusMessage().subscribe([this] { Q_EMIT statusMessageChanged(); });
-    changes_[3] = app_.preferences().subscribe(
-        [this] { forEachMadeRow([](ClipboardEntryRow& row) { row.refreshProtection(); }); });
-    ageTimer_ = ports_.scheduler.every(ageInterval, [this] { refreshAges(); });
+    : app_(app), ports_(std::move(ports)),
+      searchWarmUp_(ports_.scheduler, [this](const StoredEntry& entry) { entry.folded(isProtecting_); }),
+      searchField_({.moveDown = [this] { return moveCurrentSelection(1); },
+                    .moveUp = [this] { return moveCurrentSelection(-1); },
+                    .moveLeft = [this] { show(MainSection::history); },
+                    .moveRight = [this] { show(MainSection::snippets); },
+                    .submit = [this] { return pasteSelectedItem(); },
+                    .deleteSelected = [this] { return requestSelectedHistoryDeletion(); }}),
+      pasteSource_(ports_.pasteboard),
+      snippetEditing_(
+          {.store = app.store(), .pasteboard = ports_.pasteboard, .identifiers = ports_.identifiers},
+          [this] { Q_EMIT snippetEditorChanged(); }),
+      history_(identityOf, [this](const RowKey& key, const StoredEntry& entry,
+                                  bool isSelected) { return makeHistoryRow(key, entry, isSelected); }),
+      snippets_(identityOf, [this](const RowKey&, const SavedSnippet& snippet, bool isSelected) {
+          return makeSnippetRow(snippet, isSelected);
+      }) {
+    show(section_);
+    setShown(true);
+    connect(&searchField_, &KeyboardSearchField::textChanged, this,
+            &MenuBarContentView::handleSearchTextChange);
+    changes_ = {app_.store().entries().subscribe([this] { handleEntriesChange(); }),
+                app_.store().snippets().subscribe([this] { handleSnippetsChange(); }),
+                app_.preferences().subscribe([this] { handlePreferencesChange(); }),
+                app_.store().persistenceError().subscribe([this] { Q_EMIT persistenceErrorChanged(); }),
+                app_.statusMessage().subscribe([this] { Q_EMIT statusMessageChanged(); }),
+                app_.isMonitoring().subscribe([this] { Q_EMIT isMonitoringChanged(); })};
 }
 
-std::unique_ptr<QObject> MenuBarContentView::makeRow(const RowKey& key) {
-    const StoredEntry* entry = find(filteredEntries_, key);
-    if (!entry) entry = find(leavingEntries_, key);  // asked for while the list is being changed
-    auto row = std::make_unique<ClipboardEntryRow>(
-        ClipboardEntryRow::Collaborators{.app = app_, .clock = ports_.clock}, *entry,
-        [this, key] { select(key); });
-    row->setKeyboardSelected(selectedHistoryEntry_ == key);
-    return row;
+std::unique_ptr<ClipboardEntryRow>
+MenuBarContentView::makeHistoryRow(const RowKey& key, const StoredEntry& entry, bool isSelected) {
+    return std::make_unique<ClipboardEntryRow>(
+        ClipboardEntryRow::Collaborators{.app = app_,
+                                         .clock = ports_.clock,
+                                         .scheduler = ports_.scheduler,
+                                         .identifiers = ports_.identifiers,
+                                         .images = ports_.images,
+                                         .text = ports_.text,
+                                         .pointer = pointer_},
+        entry,
+        ClipboardEntryRow::Actions{.select = guard_([this, key] {
+                                       selectHistoryRow(key);
+                                       app_.setNavigationEntryID(key.id);
+                                   }),
+                                   .requestDelete = guard_([this](const ClipboardEntry& doomed) {
+                                       setPendingHistoryDeletion(doomed);
+                                   })},
+        isSelected);
 }
 
-void MenuBarContentView::updateEntries() {
-    const bool wasEmpty = filteredEntries_.empty();
-    leavingEntries_ = std::exchange(filteredEntries_, favoritesFirst(*app_.store().entries()));
-    std::vector<Uuid> ids;
-    ids.reserve(filteredEntries_.size());
-    for (const StoredEntry& entry : filteredEntries_) ids.push_back(entry->id);
-    rows_.setRows(ids);
-    leavingEntries_.clear();
+std::unique_ptr<SnippetRow> MenuBarContentView::makeSnippetRow(const SavedSnippet& snippet, bool isSelected) {
+    return std::make_unique<SnippetRow>(
+        SnippetRow::Collaborators{
+            .app = app_, .scheduler = ports_.scheduler, .identifiers = ports_.identifiers},
+        snippet, guard_([this](const SavedSnippet& edited) { snippetEditing_.open(edited); }), isSelected);
+}
 
-    for (std::size_t index = 0; index < filteredEntries_.size(); ++index)
-        if (auto* row = qobject_cast<ClipboardEntryRow*>(rows_.madeRow(rows_.keys()[index])))
-            row->setEntry(filteredEntries_[index]);
+// What is shown, and when it is looked at.
+
+void MenuBarContentView::setShown(bool isShown) {
+    if (std::exchange(isShown_, isShown) == isShown) return;
+    if (isShown) {
+        catchUp();
+        searchWarmUp_.start(*app_.store().entries());
+        ageTimer_ = ports_.scheduler.every(ageInterval, [this] { refreshAges(); });
+    } else {
+        ageTimer_.reset();
+        searchWarmUp_.stop();
+        history_.forEachRow([](ClipboardEntryRow& row) { row.disappear(); });
+        snippets_.forEachRow([](SnippetRow& row) { row.disappear(); });
+    }
+}
+
+void MenuBarContentView::catchUp() {
+    handlePreferencesChange();
+    handleEntriesChange();
+    handleSnippetsChange();
+}
+
+void MenuBarContentView::handleEntriesChange() {
+    if (!isShown_) return;
+    historyFilter_.setEntries(*app_.store().entries());
+    listHistory();
     refreshAges();  // or an older row would still say "agora" below a new one
-    Q_EMIT selectedRowChanged();
-    if (wasEmpty != filteredEntries_.empty()) Q_EMIT isHistoryEmptyChanged();
+}
+
+void MenuBarContentView::handleSnippetsChange() {
+    if (!isShown_) return;
+    snippetFilter_.setSnippets(*app_.store().snippets());
+    listSnippets();
+}
+
+void MenuBarContentView::handlePreferencesChange() {
+    const bool isProtecting = app_.preferences()->protectSensitiveContent;
+    if (!isShown_ || std::exchange(isProtecting_, isProtecting) == isProtecting) return;
+    if (!query_.isEmpty()) listHistory();
+    history_.forEachRow([](ClipboardEntryRow& row) { row.refreshProtection(); });
+    if (pendingHistoryDeletion_) Q_EMIT historyDeletionChanged();
+}
+
+void MenuBarContentView::handleSearchTextChange() {
+    FoldedQuery query(searchField_.text().toStdString());
+    if (query == query_) return;
+    query_ = std::move(query);
+    listHistory();
+    listSnippets();
+}
+
+void MenuBarContentView::listHistory() {
+    history_.setRecords(historyFilter_.matching(query_, isProtecting_));
+    Q_EMIT selectedHistoryRowChanged();
+    updateEmptyState();
+}
+
+void MenuBarContentView::listSnippets() {
+    snippets_.setRecords(snippetFilter_.matching(query_));
+    Q_EMIT selectedSnippetRowChanged();
+    updateEmptyState();
+}
+
+void MenuBarContentView::updateEmptyState() {
+    const bool isHistory = this->isHistory();
+    EmptyState state;
+    if (isHistory ? filteredEntries().empty() : filteredSnippets().empty()) {
+        if (isHistory ? app_.store().entries()->empty() : app_.store().snippets()->empty())
+            state = isHistory ? EmptyState::noHistory() : EmptyState::noSnippets();
+        else
+            state = EmptyState::nothingFound();
+    }
+    if (state == emptyState_) return;
+    emptyState_ = std::move(state);
+    Q_EMIT emptyStateChanged();
 }
 
 void MenuBarContentView::refreshAges() {
-    forEachMadeRow([](ClipboardEntryRow& row) { row.refreshAge(); });
+    history_.forEachRow([](ClipboardEntryRow& row) { row.refreshAge(); });
+}
+
+void MenuBarContentView::pointerRestsAt(QPointF position) { pointer_.restsAt(position); }
+
+// Sections and selections.
+
+void MenuBarContentView::showSection(int index) {
+    if (index < 0 || static_cast<std::size_t>(index) >= mainSectionTitles.size()) return;
+    show(static_cast<MainSection>(index));
+}
+
+void MenuBarContentView::show(MainSection section) {
+    const bool isOther = std::exchange(section_, section) != section;
+    searchField_.setPlaceholder("Buscar no " + qtText(text::lowercased(titleOf(section))));
+    if (!isOther) return;
+    Q_EMIT sectionChanged();
+    updateEmptyState();
 }
 
 bool MenuBarContentView::moveCurrentSelection(int offset) {
-    const auto target = ListKeyboardNavigation::targetIndex(selectedIndex(), filteredEntries_.size(), offset);
+    const auto target = isHistory() ? history_.target(offset) : snippets_.target(offset);
     if (!target) return false;
-    select(rows_.keys()[*target]);
+    if (isHistory()) {
+        selectHistoryRow(history_.keyAt(*target));
+        app_.setNavigationEntryID(filteredEntries()[*target]->id);
+    } else {
+        selectSnippetRow(snippets_.keyAt(*target));
+    }
     return true;
 }
 
-bool MenuBarContentView::pasteSelectedItem() {
-    if (filteredEntries_.empty()) return false;
-    const std::size_t index = selectedIndex().value_or(0);
-    select(rows_.keys()[index]);
-    const StoredEntry entry = filteredEntries_[index];
-    app_.copy(*entry);
+void MenuBarContentView::selectHistoryRow(const RowKey& key) {
+    if (!history_.select(key)) return;
+    Q_EMIT selectedHistoryRowChanged();
+    Q_EMIT selectedHistoryEntryChanged();
+}
+
+void MenuBarContentView::selectSnippetRow(const RowKey& key) {
+    if (snippets_.select(key)) Q_EMIT selectedSnippetRowChanged();
+}
+
+bool MenuBarContentView::pasteSelectedItem() { return isHistory() ? pasteEntry() : pasteSnippet(); }
+
+bool MenuBarContentView::pasteEntry() {
+    if (filteredEntries().empty()) return false;
+    const std::size_t index = history_.selectedIndex().value_or(0);
+    const StoredEntry entry = filteredEntries()[index];  // the pasting may change the list
+    selectHistoryRow(history_.keyAt(index));
+    app_.copy(*entry, true);
     return true;
 }
 
-void MenuBarContentView::select(const RowKey& key) {
-    if (selectedHistoryEntry_ == key) return;
-    const auto before = std::exchange(selectedHistoryEntry_, key);
-    const auto tell = [this](const RowKey& changed, bool selected) {
-        if (auto* row = qobject_cast<ClipboardEntryRow*>(rows_.madeRow(changed)))
-            row->setKeyboardSelected(selected);
-    };
-    if (before) tell(*before, false);
-    tell(key, true);
-    Q_EMIT selectedRowChanged();
+bool MenuBarContentView::pasteSnippet() {
+    if (filteredSnippets().empty()) return false;
+    const std::size_t index = snippets_.selectedIndex().value_or(0);
+    const SavedSnippet snippet = filteredSnippets()[index];
+    selectSnippetRow(snippets_.keyAt(index));
+    app_.copy(snippet, true);
+    return true;
 }
 
-std::optional<std::size_t> MenuBarContentView::selectedIndex() const {
-    if (!selectedHistoryEntry_) return std::nullopt;
-    const auto& keys = rows_.keys();
-    const auto place = std::find(keys.begin(), keys.end(), *selectedHistoryEntry_);
-    if (place == keys.end()) return std::nullopt;
-    return static_cast<std::size_t>(place - keys.begin());
+// What is destroyed only after a question.
+
+bool MenuBarContentView::requestSelectedHistoryDeletion() {
+    const auto index = isHistory() ? history_.selectedIndex() : std::nullopt;
+    if (!index) return false;
+    setPendingHistoryDeletion(*filteredEntries()[*index]);
+    return true;
 }
 
-void MenuBarContentView::forEachMadeRow(const std::function<void(ClipboardEntryRow&)>& action) const {
-    for (const RowKey& key : rows_.keys())
-        if (auto* row = qobject_cast<ClipboardEntryRow*>(rows_.madeRow(key))) action(*row);
+void MenuBarContentView::setPendingHistoryDeletion(std::optional<ClipboardEntry> entry) {
+    if (entry == pendingHistoryDeletion_) return;
+    pendingHistoryDeletion_ = std::move(entry);
+    Q_EMIT historyDeletionChanged();
 }
 
-int MenuBarContentView::selectedRow() const {
-    const auto index = selectedIndex();
-    return index ? static_cast<int>(*index) : -1;
+void MenuBarContentView::confirmPendingHistoryDeletion() {
+    if (!pendingHistoryDeletion_) return;
+    const ClipboardEntry entry = *pendingHistoryDeletion_;
+    const auto index = indexOf(filteredEntries(), entry.id);
+    app_.store().remove(entry);
+    setPendingHistoryDeletion(std::nullopt);
+    if (filteredEntries().empty()) {
+        history_.clearSelection();
+    } else if (index) {
+        // The one that has moved up into its place, so that deleting can go on.
+        selectHistoryRow(history_.keyAt(std::min(*index, filteredEntries().size() - 1)));
+    }
 }
 
-QString MenuBarContentView::statusMessage() const { return shown(*app_.statusMessage()); }
+void MenuBarContentView::cancelPendingHistoryDeletion() { setPendingHistoryDeletion(std::nullopt); }
 
-QString MenuBarContentView::persistenceError() const { return shown(*app_.store().persistenceError()); }
+std::string MenuBarContentView::historyDeletionConfirmationMessage() const {
+    if (!pendingHistoryDeletion_) return {};
+    const std::string description =
+        text::limited(ClipboardTextPreview::summary(*pendingHistoryDeletion_, isProtecting_), mostDescribed);
+    return "Tem certeza de que deseja excluir permanentemente “" + description + "” do histórico?";
+}
+
+Confirmation MenuBarContentView::historyDeletion() const {
+    return {.isShown = pendingHistoryDeletion_.has_value(),
+            .title = QStringLiteral("Excluir item do histórico?"),
+            .message = qtText(historyDeletionConfirmationMessage()),
+            .destructiveLabel = QStringLiteral("Excluir")};
+}
+
+void MenuBarContentView::setShowClearConfirmation(bool shows) {
+    if (std::exchange(showClearConfirmation_, shows) != shows) Q_EMIT historyClearingChanged();
+}
+
+void MenuBarContentView::confirmHistoryClearing() {
+    if (!showClearConfirmation_) return;
+    setShowClearConfirmation(false);
+    app_.store().clearNonFavorites();
+}
+
+void MenuBarContentView::cancelHistoryClearing() { setShowClearConfirmation(false); }
+
+Confirmation MenuBarContentView::historyClearing() const {
+    return {.isShown = showClearConfirmation_,
+            .title = QStringLiteral("Limpar os itens não favoritados?"),
+            .message = {},
+            .destructiveLabel = QStringLiteral("Limpar histórico")};
+}
+
+// The editor, the header and the footer.
+
+void MenuBarContentView::createSnippet() { snippetEditing_.open(std::nullopt); }
+
+void MenuBarContentView::dismissSnippetEditor() { snippetEditing_.dismiss(); }
+
+void MenuBarContentView::toggleMonitoring() { app_.setMonitoring(!*app_.isMonitoring()); }
+
+void MenuBarContentView::performFooterAction() {
+    if (isHistory())
+        setShowClearConfirmation(true);
+    else
+        createSnippet();
+}
+
+void MenuBarContentView::openSettings() { app_.openSettings(); }
+
+void MenuBarContentView::quit() { ports_.quit(); }
+
+QStringList MenuBarContentView::sectionTitles() const {
+    QStringList titles;
+    for (const std::string_view title : mainSectionTitles) titles << qtText(title);
+    return titles;
+}
+
+QString MenuBarContentView::statusMessage() const { return qtText(app_.statusMessage()->value_or("")); }
+
+QString MenuBarContentView::persistenceError() const {
+    return qtText(app_.store().persistenceError()->value_or(""));
+}
+
+QString MenuBarContentView::monitoringLabel() const {
+    return *app_.isMonitoring() ? QStringLiteral("Monitorando") : QStringLiteral("Pausado");
+}
+
+QString MenuBarContentView::monitoringSymbol() const {
+    return *app_.isMonitoring() ? QStringLiteral("record.circle") : QStringLiteral("pause.circle");
+}
+
+QString MenuBarContentView::footerActionLabel() const {
+    return isHistory() ? QStringLiteral("Limpar") : QStringLiteral("Adicionar");
+}
+
+QString MenuBarContentView::footerActionSymbol() const {
+    return isHistory() ? QStringLiteral("trash") : QStringLiteral("plus");
+}
 
 }  // namespace nettlecap

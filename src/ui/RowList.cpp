@@ -101,17 +101,18 @@ void RowList::apply(const Keys& next) {
     const Keys movers = moversOf(kept, before);
 
     if (countRuns(keys_, isGone) + movers.size() + countRuns(next, isNew) > mostChangesToldSingly) {
+        const Keys gone = without(keys_, [&](const RowKey& key) { return !isGone(key); });
         beginResetModel();
         keys_ = next;
         endResetModel();
-        std::erase_if(objects_, [&](const auto& object) { return isGone(object.first); });
+        for (const RowKey& key : gone) drop(key);
         return;
     }
     for (std::size_t end = keys_.size(); end > 0; --end) {  // from the end, so that places stay true
         if (!isGone(keys_[end - 1])) continue;
         std::size_t first = end - 1;
         while (first > 0 && isGone(keys_[first - 1])) --first;
-        removeRows(first, end);
+        removeRun(first, end);
         end = first + 1;
     }
     const Places order = placesOf(kept);
@@ -133,7 +134,7 @@ void RowList::apply(const Keys& next) {
     }
 }
 
-void RowList::removeRows(std::size_t first, std::size_t end) {
+void RowList::removeRun(std::size_t first, std::size_t end) {
     const auto begin = keys_.begin();
     const Keys gone(begin + static_cast<Keys::difference_type>(first),
                     begin + static_cast<Keys::difference_type>(end));
@@ -141,7 +142,12 @@ void RowList::removeRows(std::size_t first, std::size_t end) {
     keys_.erase(begin + static_cast<Keys::difference_type>(first),
                 begin + static_cast<Keys::difference_type>(end));
     endRemoveRows();
-    for (const RowKey& key : gone) objects_.erase(key);
+    for (const RowKey& key : gone) drop(key);
+}
+
+void RowList::drop(const RowKey& key) {
+    const auto dropped = objects_.extract(key);
+    if (dropped) Q_EMIT rowDropped(dropped.mapped().get());
 }
 
 void RowList::moveRow(std::size_t from, std::size_t to) {
@@ -169,13 +175,17 @@ int RowList::rowCount(const QModelIndex& parent) const { return parent.isValid()
 
 QVariant RowList::data(const QModelIndex& index, int role) const {
     if (role != Qt::UserRole || !checkIndex(index, CheckIndexOption::IndexIsValid)) return {};
-    const RowKey& key = keys_[static_cast<std::size_t>(index.row())];
+    return QVariant::fromValue(row(static_cast<std::size_t>(index.row())));
+}
+
+QObject* RowList::row(std::size_t place) const {
+    const RowKey& key = keys_[place];
     Object& object = objects_[key];
     if (!object) {
         object.reset(make_(key).release());
         QQmlEngine::setObjectOwnership(object.get(), QQmlEngine::CppOwnership);
     }
-    return QVariant::fromValue(object.get());
+    return object.get();
 }
 
 QHash<int, QByteArray> RowList::roleNames() const { return {{Qt::UserRole, "row"}}; }

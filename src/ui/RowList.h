@@ -1,6 +1,7 @@
 #pragma once
 
 #include "platform/Values.h"
+#include "ui/DeleteLater.h"
 
 #include <QAbstractListModel>
 #include <QtQml/qqmlregistration.h>
@@ -41,19 +42,22 @@ public:
     const std::vector<RowKey>& keys() const { return keys_; }
     /// The object of the row if somebody has looked at it, else null.
     QObject* madeRow(const RowKey& key) const;
+    QObject* row(std::size_t place) const;  ///< made if it has to be
 
     int rowCount(const QModelIndex& parent = {}) const override;
     QVariant data(const QModelIndex& index, int role) const override;
     QHash<int, QByteArray> roleNames() const override;
 
+Q_SIGNALS:
+    /// The row is gone from the list, and its object soon will be.
+    void rowDropped(QObject* row);
+
 private:
-    struct DeleteLater {
-        void operator()(QObject* object) const { object->deleteLater(); }
-    };
-    using Object = std::unique_ptr<QObject, DeleteLater>;
+    using Object = DeletedLater<QObject>;
 
     void apply(const std::vector<RowKey>& next);
-    void removeRows(std::size_t first, std::size_t end);
+    void removeRun(std::size_t first, std::size_t end);
+    void drop(const RowKey& key);
     void moveRow(std::size_t from, std::size_t to);
     std::size_t position(const RowKey& key) const;
 

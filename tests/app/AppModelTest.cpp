@@ -1,32 +1,20 @@
-#include "app/AppModel.h"
-#include "platform/fake/FakePlatform.h"
-
-#include <gmock/gmock.h>
+#include "app/AppModelFixture.h"
 
 namespace nettlecap {
 namespace {
 
-using namespace std::chrono_literals;
+using testing::ElementsAre;
 using testing::SizeIs;
 
-const Path folder = "/home/ana/.local/share/Nettlecap";
-
-class AppModelTest : public testing::Test {
+class AppModelTest : public AppModelFixture {
 protected:
-    void make(const AppPreferences& preferences) {
-        model.reset();
-        model = std::make_unique<AppModel>(system.platform(), preferences);
+    /// How often the model tells of a change while `act` runs.
+    int changesDuring(const Task& act) {
+        int changes = 0;
+        const auto subscription = model->onChange([&] { ++changes; });
+        act();
+        return changes;
     }
-    /// Takes a millisecond, so that no two copies have one date.
-    void copyOutside(const FakePasteboard::Offer& offer) {
-        system.pasteboard.copyFromOutside(offer);
-        system.time.advance(1ms);
-    }
-    void copyOutside(std::string text) { copyOutside({{"public.utf8-plain-text", Bytes(std::move(text))}}); }
-    const ClipboardEntry& entry(std::size_t index) const { return *model->store().entries()->at(index); }
-
-    FakePlatform system;
-    std::unique_ptr<AppModel> model = std::make_unique<AppModel>(system.platform(), AppPreferences());
 };
 
 // Construction.
@@ -34,15 +22,26 @@ protected:
 TEST_F(AppModelTest, BeginsWithoutAMessageAndWithCaptureOn) {
     EXPECT_TRUE(*model->isMonitoring());
     EXPECT_EQ(*model->statusMessage(), std::nullopt);
+    EXPECT_FALSE(*model->launchAtLoginRequiresApproval());
     EXPECT_EQ(model->navigationEntryID(), std::nullopt);
     EXPECT_EQ(*model->preferences(), AppPreferences());
+}
+
+TEST_F(AppModelTest, LoadsThePreferences) {
+    AppPreferences preferences;
+    preferences.autoPaste = true;
+    preferences.maxHistoryItems = 5;
+
+    make(preferences);
+
+    EXPECT_EQ(*model->preferences(), preferences);
 }
 
 TEST_F(AppModelTest, LoadsTheHistoryOfTheUsersFolder) {
     model->start();
     copyOutside("olá");
 
-    make({});
+    make();
 
     EXPECT_TRUE(system.files.contents(folder / "history.json"));
     EXPECT_EQ(entry(0).text, "olá");
@@ -58,11 +57,21 @@ TEST_F(AppModelTest, GivesTheStoreTheLimitAsItStands) {
     EXPECT_THAT(*model->store().entries(), SizeIs(10));
 }
 
+TEST_F(AppModelTest, DoesNothingToTheSystemBeforeItStarts) {
+    system.workspace.setFrontmost(notes);
+    system.time.advance(1s);
+
+    EXPECT_FALSE(system.hotKeys.hasHandler());
+    EXPECT_THAT(services.loginItemShowsStatus, SizeIs(0));
+    EXPECT_EQ(services.synchronizations, 0);
+    EXPECT_THAT(windows.happenings, SizeIs(0));
+}
+
 // Start.
 
 TEST_F(AppModelTest, CapturesFromTheStartOnWhatIsCopiedAfterItsConstruction) {
     copyOutside("antes");
-    make({});
+    make();
     copyOutside("olá");
     EXPECT_THAT(*model->store().entries(), SizeIs(0));
 
@@ -78,89 +87,48 @@ TEST_F(AppModelTest, StartsOnce) {
     model->start();
 
     EXPECT_EQ(system.time.waitingTasks(), tasks);
+    EXPECT_THAT(system.hotKeys.requests(), SizeIs(4));
+    EXPECT_THAT(services.loginItemShowsStatus, SizeIs(1));
+    EXPECT_EQ(services.synchronizations, 1);
 }
 
 TEST_F(AppModelTest, CapturesPicturesAsThePreferencesSay) {
-    const FakePasteboard::Offer picture{{"public.png", Bytes("\x89PNG\r\n\x1a\nflor")}};
     make({.captureImages = false});
     model->start();
-    copyOutside(picture);
+    copyPictureOutside();
     EXPECT_THAT(*model->store().entries(), SizeIs(0));
 
     make({.captureImages = true});
     model->start();
-    copyOutside(picture);
+    copyPictureOutside();
     EXPECT_THAT(*model->store().entries(), SizeIs(1));
 }
 
-// Copying an item.
+TEST_F(AppModelTest, SynchronizesTheLoginItemSilentlyAndTheUpdatesAtTheStart) {
+    services.loginItemRequiresApproval = true;
 
-TEST_F(AppModelTest, CopiesAnEntryAndStandsOnIt) {
     model->start();
-    copyOutside("um");
-    copyOutside("dois");
 
-    model->copy(entry(1));
-
-    EXPECT_EQ(system.pasteboard.string("public.utf8-plain-text"), "um");
-    EXPECT_EQ(*model->statusMessage(), "Copiado — use ⌘V para colar");
-    EXPECT_EQ(model->navigationEntryID(), entry(1).id);
+    EXPECT_THAT(services.loginItemShowsStatus, ElementsAre(false));
+    EXPECT_TRUE(*model->launchAtLoginRequiresApproval());
+    EXPECT_EQ(services.synchronizations, 1);
 }
 
-TEST_F(AppModelTest, CopiesASnippetAndStandsNowhere) {
+TEST_F(AppModelTest, DoesWithoutUpdatesAndLoginItem) {
+    model.reset();
+    model = newModel({});
+
     model->start();
-    copyOutside("um");
-    model->store().addSnippet("Saudação", "Olá, tudo bem?");
-    model->copy(entry(0));
+    model->checkForUpdates();
+    model->updatePreferences([](AppPreferences& preferences) { preferences.launchAtLogin = false; });
+    copyOutside("olá");
 
-    model->copy(model->store().snippets()->at(0));
-
-    EXPECT_EQ(system.pasteboard.string("public.utf8-plain-text"), "Olá, tudo bem?");
-    EXPECT_EQ(*model->statusMessage(), "Copiado — use ⌘V para colar");
-    EXPECT_EQ(model->navigationEntryID(), std::nullopt);
-}
-
-TEST_F(AppModelTest, SaysWhenAnEntryCannotBeRecoveredAndStaysWhereItStood) {
-    model->start();
-    copyOutside({{"public.png", Bytes("\x89PNG\r\n\x1a\nflor")}});
-    copyOutside("um");
-    model->copy(entry(0));
-    system.files.fail(FileOperation::read, "Input/output error");
-
-    model->copy(entry(1));
-
-    EXPECT_EQ(*model->statusMessage(), "Não foi possível recuperar este item");
-    EXPECT_EQ(model->navigationEntryID(), entry(0).id);
-    EXPECT_EQ(system.pasteboard.string("public.utf8-plain-text"), "um");
-}
-
-TEST_F(AppModelTest, SaysWhenASnippetCannotBeCopiedAndStaysWhereItStood) {
-    model->start();
-    copyOutside("um");
-    model->copy(entry(0));
-    system.pasteboard.setWritesFail(true);
-
-    model->copy(SavedSnippet{.title = "Saudação", .content = "Olá"});
-
-    EXPECT_EQ(*model->statusMessage(), "Não foi possível copiar a mensagem salva");
-    EXPECT_EQ(model->navigationEntryID(), entry(0).id);
-}
-
-TEST_F(AppModelTest, StandsOnTheEntryBeforeItTellsOfTheMessage) {
-    model->start();
-    copyOutside("um");
-    std::optional<Uuid> whenTold;
-    const auto subscription =
-        model->statusMessage().subscribe([&] { whenTold = model->navigationEntryID(); });
-
-    model->copy(entry(0));
-
-    EXPECT_EQ(whenTold, entry(0).id);
+    EXPECT_THAT(history(), ElementsAre("olá"));
+    EXPECT_FALSE(model->preferences()->launchAtLogin);
 }
 
 TEST_F(AppModelTest, ForgetsWhereItStandsWithEveryCapture) {
-    model->start();
-    copyOutside("um");
+    startWith({"um"});
     model->copy(entry(0));
     system.time.advance(1s);
     EXPECT_EQ(model->navigationEntryID(), entry(0).id);
@@ -170,8 +138,7 @@ TEST_F(AppModelTest, ForgetsWhereItStandsWithEveryCapture) {
 }
 
 TEST_F(AppModelTest, StandsWhereItStoodThroughWhatIsNotCaptured) {
-    model->start();
-    copyOutside("um");
+    startWith({"um"});
     model->copy(entry(0));
 
     copyOutside("  ");
@@ -181,14 +148,92 @@ TEST_F(AppModelTest, StandsWhereItStoodThroughWhatIsNotCaptured) {
 }
 
 TEST_F(AppModelTest, KeepsItsMessageUntilTheNextOne) {
-    model->start();
-    copyOutside("um");
+    startWith({"um"});
     model->copy(entry(0));
 
     system.time.advance(3600s);
     copyOutside("dois");
 
-    EXPECT_EQ(*model->statusMessage(), "Copiado — use ⌘V para colar");
+    EXPECT_EQ(status(), "Copiado — use ⌘V para colar");
+}
+
+// Telling of changes.
+
+TEST_F(AppModelTest, TellsOfEachChangeOfItsOwn) {
+    startWith({"um"});
+
+    EXPECT_EQ(changesDuring([&] { model->copy(entry(0)); }), 1);        // the message
+    EXPECT_EQ(changesDuring([&] { model->setMonitoring(false); }), 2);  // the switch and the message
+}
+
+TEST_F(AppModelTest, TellsOnceOfAChangeOfThePreferences) {
+    int changes = 0;
+    const auto subscription = model->preferences().subscribe([&] { ++changes; });
+
+    model->updatePreferences([](AppPreferences& preferences) {
+        preferences.autoPaste = true;
+        preferences.captureImages = false;
+    });
+
+    EXPECT_EQ(changes, 1);
+}
+
+TEST_F(AppModelTest, TellsOfThePreferencesWhenTheyHaveChanged) {
+    std::optional<bool> whenTold;
+    const auto subscription = model->onChange([&] {
+        if (!whenTold) whenTold = model->preferences()->autoPaste;
+    });
+
+    model->updatePreferences([](AppPreferences& preferences) { preferences.autoPaste = true; });
+
+    EXPECT_EQ(whenTold, true);
+}
+
+TEST_F(AppModelTest, TellsOfAWaitForTheUsersApproval) {
+    std::vector<bool> whenTold;
+    const auto subscription =
+        model->onChange([&] { whenTold.push_back(*model->launchAtLoginRequiresApproval()); });
+    services.loginItemRequiresApproval = true;
+
+    model->start();
+
+    EXPECT_THAT(whenTold, ElementsAre(true));
+}
+
+TEST_F(AppModelTest, TellsOfEachChangeOfTheHistoryAndOfThePreferences) {
+    startWith({"um"});
+    const int perSave = 2;  // the error and the usage
+
+    EXPECT_EQ(changesDuring([&] { model->store().persist(); }), perSave);
+    EXPECT_EQ(changesDuring([&] { model->store().insertChronologically(entry(0)); }), 1);
+    EXPECT_EQ(changesDuring([&] { model->store().addSnippet("Saudação", "Olá"); }), perSave + 1);
+    EXPECT_EQ(changesDuring([&] { model->updatePreferences([](AppPreferences&) {}); }), perSave + 1);
+}
+
+TEST_F(AppModelTest, TellsOfAHistoryThatCannotBeSaved) {
+    startWith({"um"});
+    std::string whenTold;
+    const auto subscription =
+        model->onChange([&] { whenTold = model->store().persistenceError()->value_or("none"); });
+    system.files.fail(FileOperation::write, "No space left on device");
+
+    model->store().persist();
+
+    EXPECT_EQ(whenTold, "Não foi possível salvar o histórico: No space left on device");
+}
+
+TEST_F(AppModelTest, TellsOfTheChangesOfTheUpdates) {
+    EXPECT_EQ(changesDuring([&] { services.updatesChanged.emit(); }), 1);
+}
+
+TEST_F(AppModelTest, IsSilentOnceItIsGone) {
+    int changes = 0;
+    const auto subscription = model->onChange([&] { ++changes; });
+
+    model.reset();
+    services.updatesChanged.emit();
+
+    EXPECT_EQ(changes, 0);
 }
 
 }  // namespace

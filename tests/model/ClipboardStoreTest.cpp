@@ -22,6 +22,7 @@ TEST_F(ClipboardStoreTest, StartsEmptyInFoldersOfItsOwn) {
 TEST_F(ClipboardStoreTest, LivesInTheApplicationSupportFolderByDefault) {
     files.setApplicationSupportDirectory("/casa/dados");
     EXPECT_EQ(ClipboardStore::defaultBaseDirectory(files), "/casa/dados/Nettlecap");
+    EXPECT_EQ(ClipboardStore::defaultImagesDirectory(files), "/casa/dados/Nettlecap/Images");
 
     store.emplace(ClipboardStore::Ports{.files = files, .clock = time, .identifiers = identifiers},
                   std::nullopt, limit);

@@ -1,3 +1,5 @@
+#include "platform/fake/FakeWindows.h"
+#include "ui/ContentPorts.h"
 #include "ui/HistoryOnFakes.h"
 #include "ui/PrintQt.h"
 #include "ui/qml/QuickPanel.h"
@@ -18,16 +20,13 @@ class AccessibilityTest : public testing::Test {
 protected:
     AccessibilityTest() { QAccessible::setActive(true); }
     ~AccessibilityTest() override {
-        panel.setContent(nullptr);
-        view.reset();
+        panel.dropContent();
         QCoreApplication::sendPostedEvents(nullptr, QEvent::DeferredDelete);
     }
 
     void show() {
-        view = std::make_unique<MenuBarContentView>(
-            history.app,
-            MenuBarContentView::Ports{.clock = history.fake.time, .scheduler = history.fake.time});
-        panel.setContent(views.menuBarContent(*view));
+        panel.setContent(views.menuBarContent(
+            std::make_unique<MenuBarContentView>(history.app, contentPorts(history.fake))));
         panel.makeKeyAndOrderFront();
         ASSERT_TRUE(QTest::qWaitForWindowActive(&panel));
     }
@@ -45,8 +44,8 @@ protected:
 
     HistoryOnFakes history;
     QuickViewFactory views{history.app.store().imagesDirectory()};
-    QuickPanel panel{{430, 560}};
-    std::unique_ptr<MenuBarContentView> view;
+    FakeNativeWindows native;
+    QuickPanel panel{{430, 560}, native};
 };
 
 TEST_F(AccessibilityTest, RowsAreItemsOfAListWithNamesAndDescriptions) {
@@ -98,7 +97,7 @@ TEST_F(AccessibilityTest, StatusAndStorageErrorAreAnnounced) {
     history.add("um");
     show();
 
-    QTest::keyClick(&panel, Qt::Key_Return);
+    find(QAccessible::ListItem, "um")->actionInterface()->doAction(QAccessibleActionInterface::pressAction());
     history.fake.files.fail(FileOperation::write, "No space left on device");
     history.app.store().persist();
 

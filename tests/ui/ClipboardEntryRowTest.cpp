@@ -1,6 +1,5 @@
 #include "ui/ClipboardEntryRow.h"
-#include "ui/HistoryOnFakes.h"
-#include "ui/PrintQt.h"
+#include "ui/EntryRowFixture.h"
 
 #include <QSignalSpy>
 #include <gtest/gtest.h>
@@ -10,18 +9,7 @@ namespace {
 
 using namespace std::chrono_literals;
 
-class ClipboardEntryRowTest : public testing::Test {
-protected:
-    std::unique_ptr<ClipboardEntryRow> rowOf(const ClipboardEntry& entry) { return rowOf(entry, history); }
-    std::unique_ptr<ClipboardEntryRow> rowOf(const ClipboardEntry& entry, HistoryOnFakes& of) {
-        return std::make_unique<ClipboardEntryRow>(
-            ClipboardEntryRow::Collaborators{.app = of.app, .clock = of.fake.time}, StoredEntry(entry),
-            [this] { ++selections; });
-    }
-
-    HistoryOnFakes history;
-    int selections = 0;
-};
+using ClipboardEntryRowTest = EntryRowFixture;
 
 TEST_F(ClipboardEntryRowTest, ShowsATextOnOneLine) {
     EXPECT_EQ(rowOf(history.add("  um\ndois\n"))->summary(), "um dois");
@@ -83,7 +71,7 @@ TEST_F(ClipboardEntryRowTest, AClickSelectsAndCopies) {
     const ClipboardEntry entry = history.add("um");
     const auto row = rowOf(entry);
 
-    row->handleRowClick();
+    row->handleRowClick(1);
 
     EXPECT_EQ(selections, 1);
     EXPECT_EQ(history.fake.pasteboard.string(pasteboardType::text), "um");
@@ -98,22 +86,23 @@ TEST_F(ClipboardEntryRowTest, TellsWhenItsContentChanged) {
     const QSignalSpy age(row.get(), &ClipboardEntryRow::ageChanged);
 
     entry.isFavorite = true;
-    row->setEntry(StoredEntry(entry));
+    row->setRecord(StoredEntry(entry));
     EXPECT_EQ(content.count(), 1);
     EXPECT_EQ(age.count(), 0);
     EXPECT_TRUE(row->isFavorite());
 
     entry.createdAt.secondsSince2001 += 60;
-    row->setEntry(StoredEntry(entry));
+    row->setRecord(StoredEntry(entry));
     EXPECT_EQ(age.count(), 1);
 }
 
 TEST_F(ClipboardEntryRowTest, SaysNothingWhenItIsGivenTheSameRecord) {
     const StoredEntry entry(history.add("um"));
-    ClipboardEntryRow row({.app = history.app, .clock = history.fake.time}, entry, [] {});
-    const QSignalSpy content(&row, &ClipboardEntryRow::entryChanged);
+    const auto row = rowOf(*entry);
+    row->setRecord(entry);
+    const QSignalSpy content(row.get(), &ClipboardEntryRow::entryChanged);
 
-    row.setEntry(entry);
+    row->setRecord(entry);
 
     EXPECT_EQ(content.count(), 0);
 }
@@ -129,6 +118,40 @@ TEST_F(ClipboardEntryRowTest, OnlySensitiveRowsCareAboutProtection) {
 
     EXPECT_EQ(plainChanges.count(), 0);
     EXPECT_EQ(secretChanges.count(), 1);
+}
+
+TEST_F(ClipboardEntryRowTest, ItsStarSaysWhetherItIsAFavourite) {
+    ClipboardEntry entry = history.add("um");
+    EXPECT_EQ(rowOf(entry)->favoriteSymbol(), "star");
+    EXPECT_EQ(rowOf(entry)->favoriteLabel(), "Favoritar");
+
+    entry.isFavorite = true;
+    EXPECT_EQ(rowOf(entry)->favoriteSymbol(), "star.fill");
+    EXPECT_EQ(rowOf(entry)->favoriteLabel(), "Remover dos favoritos");
+}
+
+TEST_F(ClipboardEntryRowTest, ItsStarTogglesAndSaysSo) {
+    const auto row = rowOf(history.add("um"));
+
+    row->toggleFavorite();
+    EXPECT_TRUE((*history.app.store().entries())[0]->isFavorite);
+    EXPECT_EQ(*history.app.statusMessage(), "Adicionado aos favoritos");
+
+    row->setRecord((*history.app.store().entries())[0]);
+    row->toggleFavorite();
+    EXPECT_FALSE((*history.app.store().entries())[0]->isFavorite);
+    EXPECT_EQ(*history.app.statusMessage(), "Removido dos favoritos");
+}
+
+TEST_F(ClipboardEntryRowTest, TellsThatItIsSelectedOnlyWhenThatChanges) {
+    const auto row = rowOf(history.add("um"));
+    const QSignalSpy changes(row.get(), &ClipboardEntryRow::isKeyboardSelectedChanged);
+
+    row->setKeyboardSelected(true);
+    row->setKeyboardSelected(true);
+
+    EXPECT_EQ(changes.count(), 1);
+    EXPECT_TRUE(row->isKeyboardSelected());
 }
 
 }  // namespace

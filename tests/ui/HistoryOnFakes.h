@@ -1,5 +1,6 @@
 #pragma once
 
+#include "app/AppFakes.h"
 #include "app/AppModel.h"
 #include "platform/fake/FakePlatform.h"
 
@@ -8,7 +9,11 @@ namespace nettlecap {
 /// A model on a system in memory, with entries of the test's making.
 class HistoryOnFakes {
 public:
-    explicit HistoryOnFakes(AppPreferences preferences = {}) : app(fake.platform(), preferences) {}
+    explicit HistoryOnFakes(const AppPreferences& preferences = {})
+        : app(with(preferences),
+              {.hud = std::make_unique<FakeNavigationHUD>(windows),
+               .searchPanel = std::make_unique<FakeSearchPanel>(windows)},
+              {}) {}
 
     /// Copied `age` ago.
     ClipboardEntry add(std::string text, Seconds age = Seconds{0}) {
@@ -41,7 +46,14 @@ public:
     Date ago(Seconds age) const { return {fake.time.now().secondsSince2001 - age.count()}; }
 
     FakePlatform fake;
+    SeenWindows windows;
     AppModel app;
+
+private:
+    Platform with(const AppPreferences& preferences) {
+        preferences.save(fake.defaults);
+        return fake.platform();
+    }
 };
 
 }  // namespace nettlecap

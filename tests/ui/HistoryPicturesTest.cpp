@@ -27,7 +27,7 @@ protected:
         ASSERT_TRUE(picture.save(path, "PNG"));
     }
     QImage thumbnail(const QString& name) {
-        return HistoryPictures(folder.toStdString()).thumbnail(name, side);
+        return HistoryPictures(folder.toStdString(), HistoryPictures::Use::tile).picture(name, side);
     }
 
     QTemporaryDir room;
@@ -110,10 +110,57 @@ TEST_F(HistoryPicturesTest, GivesNothingForAPictureOfAbsurdSize) {
     EXPECT_TRUE(thumbnail("enorme.png").isNull());
 }
 
+constexpr QSize box(436, 240);
+
+class CardPicturesTest : public HistoryPicturesTest {
+protected:
+    /// Of a red picture of this size; transparent where it is not.
+    QImage shown(QSize size) {
+        save(folder + "/gato.png", size);
+        return HistoryPictures(folder.toStdString(), HistoryPictures::Use::card).picture("gato.png", box);
+    }
+    static bool isRed(const QImage& image, int x, int y) { return image.pixelColor(x, y) == QColor(Qt::red); }
+    static bool isClear(const QImage& image, int x, int y) { return image.pixelColor(x, y).alpha() == 0; }
+};
+
+TEST_F(CardPicturesTest, FitsAWidePictureIntoTheWidth) {
+    const QImage image = shown({872, 240});
+
+    EXPECT_EQ(image.size(), box);
+    EXPECT_TRUE(isRed(image, 2, 120) && isRed(image, 433, 120));
+    EXPECT_TRUE(isRed(image, 218, 62) && isRed(image, 218, 177));
+    EXPECT_TRUE(isClear(image, 218, 57) && isClear(image, 218, 182));
+}
+
+TEST_F(CardPicturesTest, FitsAHighPictureIntoTheHeight) {
+    const QImage image = shown({100, 480});
+
+    EXPECT_TRUE(isRed(image, 218, 1) && isRed(image, 218, 238));
+    EXPECT_TRUE(isRed(image, 195, 120) && isRed(image, 240, 120));
+    EXPECT_TRUE(isClear(image, 190, 120) && isClear(image, 246, 120));
+}
+
+TEST_F(CardPicturesTest, EnlargesASmallPictureToTheBox) {
+    const QImage image = shown({10, 10});
+
+    EXPECT_TRUE(isRed(image, 218, 2) && isRed(image, 100, 120) && isRed(image, 335, 120));
+    EXPECT_TRUE(isClear(image, 95, 120) && isClear(image, 340, 120));
+}
+
+TEST_F(CardPicturesTest, RoundsTheCornersOfOneThatFillsTheBox) {
+    const QImage image = shown(box);
+
+    EXPECT_TRUE(isClear(image, 0, 0) && isClear(image, 435, 239) && isClear(image, 2, 2));
+    EXPECT_TRUE(isRed(image, 13, 0) && isRed(image, 0, 13) && isRed(image, 218, 239));
+}
+
 /// The way of the address through the engine to the provider.
 class PictureAddressTest : public HistoryPicturesTest {
 protected:
-    PictureAddressTest() { engine.addImageProvider("history", new HistoryPictures(folder.toStdString())); }
+    PictureAddressTest() {
+        engine.addImageProvider("history",
+                                new HistoryPictures(folder.toStdString(), HistoryPictures::Use::tile));
+    }
 
     int statusOf(const QUrl& address) {
         QQmlComponent component(&engine);
@@ -138,10 +185,18 @@ TEST_F(PictureAddressTest, FindsAPlainName) {
 
 TEST_F(PictureAddressTest, FindsWhateverNameARowGives) {
     HistoryOnFakes history;
+    PointerTravel pointer;
     for (const char* name : {"é 100%25.png", "a?b#c.png", "%2e%2e", "c:\\d"}) {
         save(folder + "/" + name, {60, 40});
-        const ClipboardEntryRow row({.app = history.app, .clock = history.fake.time},
-                                    StoredEntry(history.addImage(name)), [] {});
+        const ClipboardEntryRow row({.app = history.app,
+                                     .clock = history.fake.time,
+                                     .scheduler = history.fake.time,
+                                     .identifiers = history.fake.identifiers,
+                                     .images = history.fake.images,
+                                     .text = history.fake.text,
+                                     .pointer = pointer},
+                                    StoredEntry(history.addImage(name)),
+                                    {.select = [] {}, .requestDelete = [](const ClipboardEntry&) {}}, false);
 
         EXPECT_EQ(statusOf(row.thumbnail()), ready) << name;
     }

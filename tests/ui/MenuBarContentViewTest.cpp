@@ -1,41 +1,11 @@
-#include "ui/MenuBarContentView.h"
-#include "ui/HistoryOnFakes.h"
-#include "ui/PrintQt.h"
-
-#include <QCoreApplication>
-#include <QSignalSpy>
-#include <gtest/gtest.h>
+#include "ui/MenuBarContentViewFixture.h"
 
 namespace nettlecap {
 namespace {
 
 using namespace std::chrono_literals;
 
-class MenuBarContentViewTest : public testing::Test {
-protected:
-    ~MenuBarContentViewTest() override {
-        view.reset();
-        QCoreApplication::sendPostedEvents(nullptr, QEvent::DeferredDelete);
-    }
-
-    void show() {
-        view = std::make_unique<MenuBarContentView>(
-            history.app,
-            MenuBarContentView::Ports{.clock = history.fake.time, .scheduler = history.fake.time});
-    }
-    ClipboardEntryRow* row(int index) {
-        RowList& rows = *view->rows();
-        return qobject_cast<ClipboardEntryRow*>(rows.data(rows.index(index), Qt::UserRole).value<QObject*>());
-    }
-    QStringList summaries() {
-        QStringList result;
-        for (int index = 0; index < view->rows()->rowCount(); ++index) result << row(index)->summary();
-        return result;
-    }
-
-    HistoryOnFakes history;
-    std::unique_ptr<MenuBarContentView> view;
-};
+using MenuBarContentViewTest = MenuBarContentViewFixture;
 
 TEST_F(MenuBarContentViewTest, ListsTheNewestFirst) {
     history.add("velho", 2h);
@@ -58,19 +28,19 @@ TEST_F(MenuBarContentViewTest, ListsFavouritesBeforeEverythingElse) {
 
 TEST_F(MenuBarContentViewTest, FollowsTheHistory) {
     show();
-    EXPECT_TRUE(view->isHistoryEmpty());
+    EXPECT_TRUE(view->emptyState().isShown());
 
     const ClipboardEntry entry = history.add("um");
-    EXPECT_FALSE(view->isHistoryEmpty());
+    EXPECT_FALSE(view->emptyState().isShown());
     EXPECT_EQ(summaries(), (QStringList{"um"}));
 
     history.app.store().remove(entry);
-    EXPECT_TRUE(view->isHistoryEmpty());
+    EXPECT_TRUE(view->emptyState().isShown());
 }
 
 TEST_F(MenuBarContentViewTest, TellsOfEmptinessOnlyWhenItChanges) {
     show();
-    const QSignalSpy changes(view.get(), &MenuBarContentView::isHistoryEmptyChanged);
+    const QSignalSpy changes(view.get(), &MenuBarContentView::emptyStateChanged);
 
     history.add("um");
     history.add("dois");
@@ -137,13 +107,13 @@ TEST_F(MenuBarContentViewTest, ArrowsMoveOneSelection) {
     history.add("um", 1h);
     history.add("dois", 2h);
     show();
-    EXPECT_EQ(view->selectedRow(), -1);
+    EXPECT_EQ(view->selectedHistoryRow(), -1);
 
     EXPECT_TRUE(view->moveCurrentSelection(1));
     EXPECT_TRUE(row(0)->isKeyboardSelected());
 
     EXPECT_TRUE(view->moveCurrentSelection(1));
-    EXPECT_EQ(view->selectedRow(), 1);
+    EXPECT_EQ(view->selectedHistoryRow(), 1);
     EXPECT_FALSE(row(0)->isKeyboardSelected());
     EXPECT_TRUE(row(1)->isKeyboardSelected());
 }
@@ -155,7 +125,7 @@ TEST_F(MenuBarContentViewTest, TheFirstStepUpGoesToTheLastRow) {
 
     view->moveCurrentSelection(-1);
 
-    EXPECT_EQ(view->selectedRow(), 1);
+    EXPECT_EQ(view->selectedHistoryRow(), 1);
 }
 
 TEST_F(MenuBarContentViewTest, TheSelectionStaysWithItsEntry) {
@@ -165,7 +135,7 @@ TEST_F(MenuBarContentViewTest, TheSelectionStaysWithItsEntry) {
 
     history.add("dois");
 
-    EXPECT_EQ(view->selectedRow(), 1);
+    EXPECT_EQ(view->selectedHistoryRow(), 1);
     EXPECT_TRUE(row(1)->isKeyboardSelected());
 }
 
@@ -177,12 +147,12 @@ TEST_F(MenuBarContentViewTest, ASelectionWhoseEntryIsGoneCountsAsNone) {
 
     history.app.store().remove(second);
 
-    EXPECT_EQ(view->selectedRow(), -1);
+    EXPECT_EQ(view->selectedHistoryRow(), -1);
     EXPECT_TRUE(view->pasteSelectedItem());
     EXPECT_EQ(history.fake.pasteboard.string(pasteboardType::text), "um");
 }
 
-TEST_F(MenuBarContentViewTest, ReturnCopiesTheSelectedRow) {
+TEST_F(MenuBarContentViewTest, ReturnPastesTheSelectedRow) {
     history.add("um", 1h);
     history.add("dois", 2h);
     show();
@@ -190,8 +160,8 @@ TEST_F(MenuBarContentViewTest, ReturnCopiesTheSelectedRow) {
 
     EXPECT_TRUE(view->pasteSelectedItem());
 
-    EXPECT_EQ(history.fake.pasteboard.string(pasteboardType::text), "dois");
-    EXPECT_EQ(view->statusMessage(), "Copiado — use ⌘V para colar");
+    EXPECT_EQ(pasteboard(), "dois");
+    EXPECT_TRUE(pasted());
 }
 
 TEST_F(MenuBarContentViewTest, ReturnTakesTheTopRowWhenNoneIsSelected) {
@@ -202,7 +172,7 @@ TEST_F(MenuBarContentViewTest, ReturnTakesTheTopRowWhenNoneIsSelected) {
     EXPECT_TRUE(view->pasteSelectedItem());
 
     EXPECT_EQ(history.fake.pasteboard.string(pasteboardType::text), "um");
-    EXPECT_EQ(view->selectedRow(), 0);
+    EXPECT_EQ(view->selectedHistoryRow(), 0);
 }
 
 TEST_F(MenuBarContentViewTest, AnEmptyListHandlesNoKey) {
@@ -218,9 +188,9 @@ TEST_F(MenuBarContentViewTest, AClickSelectsItsRow) {
     history.add("dois", 2h);
     show();
 
-    row(1)->handleRowClick();
+    row(1)->handleRowClick(1);
 
-    EXPECT_EQ(view->selectedRow(), 1);
+    EXPECT_EQ(view->selectedHistoryRow(), 1);
     EXPECT_TRUE(row(1)->isKeyboardSelected());
 }
 
@@ -229,7 +199,7 @@ TEST_F(MenuBarContentViewTest, SaysWhenAnItemCannotBeCopied) {
     show();
     const QSignalSpy changes(view.get(), &MenuBarContentView::statusMessageChanged);
 
-    row(0)->handleRowClick();
+    row(0)->handleRowClick(1);
 
     EXPECT_EQ(changes.count(), 1);
     EXPECT_EQ(view->statusMessage(), "Não foi possível recuperar este item");
@@ -261,6 +231,64 @@ TEST_F(MenuBarContentViewTest, ShowsBothOfTwoEntriesWithOneIdentity) {
     EXPECT_EQ(summaries(), (QStringList{"um", "dois"}));
     EXPECT_FALSE(row(0)->isKeyboardSelected());
     EXPECT_TRUE(row(1)->isKeyboardSelected());
+}
+
+TEST_F(MenuBarContentViewTest, TellsWhatTheModelSays) {
+    history.add("um");
+    show();
+    EXPECT_EQ(view->statusMessage(), "");
+
+    row(0)->handleRowClick(1);
+
+    EXPECT_EQ(view->statusMessage(), "Copiado — use ⌘V para colar");
+}
+
+TEST_F(MenuBarContentViewTest, MasksSensitiveRowsAsSoonAsProtectionIsOn) {
+    history.app.updatePreferences([](AppPreferences& edited) { edited.protectSensitiveContent = false; });
+    history.addSensitive("segredo", SensitiveContentKind::secret);
+    show();
+    EXPECT_EQ(summaries(), (QStringList{"segredo"}));
+    const QSignalSpy changes(row(0), &ClipboardEntryRow::entryChanged);
+
+    history.app.updatePreferences([](AppPreferences& edited) { edited.protectSensitiveContent = true; });
+
+    EXPECT_EQ(changes.count(), 1);
+    EXPECT_EQ(summaries(), (QStringList{"se••••••"}));
+}
+
+TEST_F(MenuBarContentViewTest, APreviewGoesWithTheRowThatIsDeleted) {
+    const ClipboardEntry entry = history.add("um");
+    show();
+    const ClipboardEntryRow* leaving = row(0);
+    view->moveCurrentSelection(1);
+    history.fake.time.advance(0.15s);
+    EXPECT_TRUE(leaving->isShowingPreview());
+
+    history.app.store().remove(entry);
+
+    EXPECT_FALSE(leaving->isShowingPreview());
+}
+
+TEST_F(MenuBarContentViewTest, ThePreviewOfARowThatNobodyHasLookedAtOpensToo) {
+    history.add("um", 1h);
+    history.add("dois", 2h);
+    show();
+
+    view->moveCurrentSelection(-1);
+    history.fake.time.advance(0.15s);
+
+    EXPECT_TRUE(row(1)->isShowingPreview());
+}
+
+TEST_F(MenuBarContentViewTest, WhereThePointerRestsWhenItAppearsNoHoverStarts) {
+    history.add("um");
+    show();
+    view->pointerRestsAt({10, 70});
+
+    row(0)->pointerAt({10, 70});
+    history.fake.time.advance(1s);
+
+    EXPECT_FALSE(row(0)->isShowingPreview());
 }
 
 }  // namespace

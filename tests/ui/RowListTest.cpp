@@ -117,6 +117,26 @@ TEST_F(RowListTest, DropsTheObjectOfARowThatGoesButNotWithinTheCall) {
     EXPECT_FALSE(second);
 }
 
+TEST_F(RowListTest, TellsOfEachMadeRowThatGoesOnceItIsOutOfTheList) {
+    for (const std::uint64_t count : {3U, 300U}) {  // one by one, and in a reset
+        list.setRows(upTo(count));
+        QObject* second = row(1);
+        std::vector<QObject*> dropped;
+        const auto connection = QObject::connect(&list, &RowList::rowDropped, [&](QObject* object) {
+            EXPECT_EQ(list.madeRow({.id = {.high = 0, .low = 2}}), nullptr);
+            dropped.push_back(object);
+        });
+        std::vector<Uuid> odd;
+        for (std::uint64_t number = 1; number <= count; number += 2)
+            odd.push_back({.high = 0, .low = number});
+
+        list.setRows(odd);
+
+        EXPECT_EQ(dropped, std::vector{second});
+        QObject::disconnect(connection);
+    }
+}
+
 TEST_F(RowListTest, ShowsBothOfTwoRowsWithOneIdentity) {
     list.setRows(ids({1, 2, 1}));
 

@@ -1,8 +1,12 @@
 #include "ui/qml/SearchPanelController.h"
+#include "platform/fake/FakeWindows.h"
+#include "ui/ContentPorts.h"
 #include "ui/HistoryOnFakes.h"
 #include "ui/PrintQt.h"
+#include "ui/qml/QuickViewFactory.h"
 
 #include <QGuiApplication>
+#include <QPointer>
 #include <QTest>
 #include <gtest/gtest.h>
 
@@ -18,7 +22,7 @@ protected:
     }
 
     void show() {
-        controller.show();
+        controller.show(ContentKind::history, history.app);
         ASSERT_TRUE(QTest::qWaitForWindowActive(window()));
     }
     QuickPanel* window() const {
@@ -31,9 +35,8 @@ protected:
     HistoryOnFakes history;
     QuickViewFactory views{history.app.store().imagesDirectory()};
     int hidings = 0;
-    SearchPanelController controller{history.app,
-                                     {.clock = history.fake.time, .scheduler = history.fake.time},
-                                     views,
+    FakeNativeWindows native;
+    SearchPanelController controller{{.ports = contentPorts(history.fake), .views = views, .windows = native},
                                      [this] { ++hidings; }};
 };
 
@@ -71,16 +74,51 @@ TEST_F(SearchPanelControllerTest, ClosingHidesAndTheNextShowStartsAfresh) {
     show();
     EXPECT_EQ(window(), panel);
     const auto* content = panel->contentItem()->childItems().constFirst();
-    EXPECT_EQ(content->property("view").value<MenuBarContentView*>()->selectedRow(), -1);
+    EXPECT_EQ(content->property("view").value<MenuBarContentView*>()->selectedHistoryRow(), -1);
 }
 
-TEST_F(SearchPanelControllerTest, ShowingAShownPanelKeepsItsContent) {
+TEST_F(SearchPanelControllerTest, ShowingAShownPanelStartsAfreshWhereItIs) {
     show();
-    const QQuickItem* content = window()->contentItem()->childItems().constFirst();
+    const QPointer<QQuickItem> before = window()->contentItem()->childItems().constFirst();
+    window()->setPosition(17, 23);
 
     show();
 
-    EXPECT_EQ(window()->contentItem()->childItems().constFirst(), content);
+    EXPECT_NE(window()->contentItem()->childItems().constFirst(), before);
+    EXPECT_EQ(window()->contentItem()->childItems().size(), 1);
+    EXPECT_EQ(window()->position(), QPoint(17, 23));
+}
+
+TEST_F(SearchPanelControllerTest, ReplacedContentLivesUntilTheNextTurn) {
+    show();
+    const QPointer<QQuickItem> before = window()->contentItem()->childItems().constFirst();
+    // As a button of the content does.
+    QMetaObject::invokeMethod(before.data(), [this] { controller.show(ContentKind::history, history.app); });
+
+    EXPECT_FALSE(before.isNull());
+    QCoreApplication::sendPostedEvents(nullptr, QEvent::DeferredDelete);
+    EXPECT_TRUE(before.isNull());
+}
+
+TEST_F(SearchPanelControllerTest, AsksForTheKeyboardAtEveryShow) {
+    show();
+    controller.hide();
+    show();
+
+    const std::uint64_t id = window()->winId();
+    EXPECT_EQ(native.prepared(), (std::vector{id, id}));
+    EXPECT_EQ(native.brought(), (std::vector{id, id}));
+}
+
+TEST_F(SearchPanelControllerTest, HidingHidesAndIsNothingBeforeTheFirstShow) {
+    controller.hide();
+    EXPECT_EQ(window(), nullptr);
+
+    show();
+    controller.hide();
+    EXPECT_FALSE(window()->isVisible());
+    history.fake.time.advance(0s);
+    EXPECT_FALSE(hasContent());
 }
 
 TEST_F(SearchPanelControllerTest, ShownAgainAtOnceItKeepsTheNewContent) {

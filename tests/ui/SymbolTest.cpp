@@ -38,7 +38,10 @@ TEST_P(SymbolTest, IsDrawnInItsColourAndNoOther) {
 }
 
 INSTANTIATE_TEST_SUITE_P(All, SymbolTest,
-                         testing::Values("clipboard", "doc.text", "lock.fill", "photo", "star.fill"));
+                         testing::Values("arrow.triangle.2.circlepath", "checkmark", "checkmark.circle.fill",
+                                         "chevron.down", "chevron.up", "chevron.up.chevron.down", "clipboard",
+                                         "doc.text", "exclamationmark.triangle.fill", "lock.fill", "photo",
+                                         "star.fill", "xmark"));
 
 }  // namespace
 }  // namespace nettlecap

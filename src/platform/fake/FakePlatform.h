@@ -1,14 +1,18 @@
 #pragma once
 
 #include "platform/Platform.h"
+#include "platform/fake/FakeApplication.h"
 #include "platform/fake/FakeBackgroundWork.h"
 #include "platform/fake/FakeEventMonitors.h"
 #include "platform/fake/FakeFileSystem.h"
+#include "platform/fake/FakeHotKeyService.h"
 #include "platform/fake/FakeIdentifiers.h"
 #include "platform/fake/FakeImageCodec.h"
+#include "platform/fake/FakeKeyboard.h"
 #include "platform/fake/FakePasteboard.h"
 #include "platform/fake/FakeTextMeasure.h"
 #include "platform/fake/FakeTime.h"
+#include "platform/fake/FakeUserDefaults.h"
 #include "platform/fake/FakeWorkspace.h"
 
 namespace nettlecap {
@@ -19,11 +23,15 @@ struct FakePlatform {
     FakeBackgroundWork background{time};
     FakeIdentifiers identifiers;
     FakeFileSystem files;
+    FakeUserDefaults defaults;
     FakePasteboard pasteboard;
     FakeImageCodec images{files};
     FakeTextMeasure text;
     FakeWorkspace workspace;
     FakeEventMonitors events;
+    FakeHotKeyService hotKeys;
+    FakeKeyboard keyboard;
+    FakeApplication application;
 
     Platform platform() {
         return {.clock = time,
@@ -31,11 +39,15 @@ struct FakePlatform {
                 .background = background,
                 .identifiers = identifiers,
                 .files = files,
+                .defaults = defaults,
                 .pasteboard = pasteboard,
                 .images = images,
                 .text = text,
                 .workspace = workspace,
-                .events = events};
+                .events = events,
+                .hotKeys = hotKeys,
+                .keyboard = keyboard,
+                .application = application};
     }
 };
 

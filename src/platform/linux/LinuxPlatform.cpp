@@ -1,5 +1,6 @@
 #include "platform/linux/LinuxPlatform.h"
 
+#include "platform/linux/FileUserDefaults.h"
 #include "platform/linux/PosixFileSystem.h"
 #include "platform/linux/QtBackgroundWork.h"
 #include "platform/linux/QtImageCodec.h"
@@ -7,8 +8,13 @@
 #include "platform/linux/QtTextMeasure.h"
 #include "platform/linux/RandomIdentifiers.h"
 #include "platform/linux/SystemClock.h"
+#include "platform/linux/x11/X11Application.h"
 #include "platform/linux/x11/X11EventMonitors.h"
+#include "platform/linux/x11/X11HotKeys.h"
+#include "platform/linux/x11/X11Keyboard.h"
 #include "platform/linux/x11/X11Pasteboard.h"
+#include "platform/linux/x11/X11Screens.h"
+#include "platform/linux/x11/X11Windows.h"
 #include "platform/linux/x11/X11Workspace.h"
 
 namespace nettlecap {
@@ -20,15 +26,21 @@ struct LinuxPlatform::Parts {
     QtBackgroundWork background;
     RandomIdentifiers identifiers;
     PosixFileSystem files;
+    FileUserDefaults defaults{files, FileUserDefaults::folderOfUser()};
     QtImageCodec images;
     QtTextMeasure text;
     DesktopEntries entries{DesktopEntries::dataFoldersOfEnvironment(), MessageLocale::ofEnvironment()};
     std::unique_ptr<X11Connection> connection;
     std::unique_ptr<X11Inquiry> inquiry;
     std::unique_ptr<X11RawInput> rawInput;
+    std::unique_ptr<X11Screens> screens;
+    std::unique_ptr<X11Windows> windows;
     std::unique_ptr<X11Pasteboard> pasteboard;
     std::unique_ptr<X11Workspace> workspace;
     std::unique_ptr<X11EventMonitors> events;
+    std::unique_ptr<X11HotKeys> hotKeys;
+    std::unique_ptr<X11Keyboard> keyboard;
+    std::unique_ptr<X11Application> application;
 };
 
 Result<Done> LinuxPlatform::findDisplay() {
@@ -47,6 +59,8 @@ Result<std::unique_ptr<LinuxPlatform>> LinuxPlatform::open() {
     auto inquiry = X11Inquiry::open();
     if (!inquiry) return Failure{inquiry.description()};
     parts->inquiry = std::move(*inquiry);
+    parts->screens = std::make_unique<X11Screens>(*parts->inquiry);
+    parts->windows = std::make_unique<X11Windows>(*parts->connection, *parts->inquiry);
     auto rawInput = X11RawInput::open();
     if (!rawInput) return Failure{rawInput.description()};
     parts->rawInput = std::move(*rawInput);
@@ -58,6 +72,15 @@ Result<std::unique_ptr<LinuxPlatform>> LinuxPlatform::open() {
     parts->pasteboard = std::move(*pasteboard);
     parts->workspace = std::make_unique<X11Workspace>(*parts->connection, *parts->inquiry, parts->entries);
     parts->events = std::make_unique<X11EventMonitors>(*parts->workspace, *parts->inquiry, *parts->rawInput);
+    auto hotKeys = X11HotKeys::open();
+    if (!hotKeys) return Failure{hotKeys.description()};
+    parts->hotKeys = std::move(*hotKeys);
+    parts->keyboard = std::make_unique<X11Keyboard>(X11Keyboard::Parts{.inquiry = *parts->inquiry,
+                                                                       .keys = parts->rawInput->keyTable(),
+                                                                       .workspace = *parts->workspace,
+                                                                       .entries = parts->entries,
+                                                                       .pasteboard = *parts->pasteboard});
+    parts->application = std::make_unique<X11Application>(*parts->connection);
     return std::unique_ptr<LinuxPlatform>(new LinuxPlatform(std::move(parts)));
 }
 
@@ -71,12 +94,20 @@ Platform LinuxPlatform::platform() {
             .background = parts_->background,
             .identifiers = parts_->identifiers,
             .files = parts_->files,
+            .defaults = parts_->defaults,
             .pasteboard = *parts_->pasteboard,
             .images = parts_->images,
             .text = parts_->text,
             .workspace = *parts_->workspace,
-            .events = *parts_->events};
+            .events = *parts_->events,
+            .hotKeys = *parts_->hotKeys,
+            .keyboard = *parts_->keyboard,
+            .application = *parts_->application};
 }
+
+Screens& LinuxPlatform::screens() { return *parts_->screens; }
+
+NativeWindows& LinuxPlatform::windows() { return *parts_->windows; }
 
 void LinuxPlatform::handOver() { parts_->pasteboard->handOver(); }
 

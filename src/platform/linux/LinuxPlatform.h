@@ -1,6 +1,7 @@
 #pragma once
 
 #include "platform/Platform.h"
+#include "platform/Windows.h"
 
 namespace nettlecap {
 
@@ -17,6 +18,9 @@ public:
 
     /// The ports, which live as long as the backend.
     Platform platform();
+    /// What the windows need beside those.
+    Screens& screens();
+    NativeWindows& windows();
 
     /// The program is about to end: somebody else is to keep what it has on the clipboard.
     /// Runs the event loop for a moment.

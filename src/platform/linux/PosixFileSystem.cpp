@@ -1,13 +1,12 @@
 #include "platform/linux/PosixFileSystem.h"
 
 #include "platform/linux/TemporaryFile.h"
+#include "platform/linux/UserFolders.h"
 
 #include <array>
 #include <cerrno>
-#include <cstdlib>
 #include <fcntl.h>
 #include <new>
-#include <pwd.h>
 #include <sys/stat.h>
 #include <unistd.h>
 #include <vector>
@@ -42,16 +41,6 @@ Result<Done> makeFolder(const Path& path) {
     if (::chmod(path.c_str(), S_IRWXU) != 0) return systemFailure();
     (void)flushFolder(path.parent_path());  // the folder serves without it
     return Done();
-}
-
-std::optional<Path> homeDirectory() {
-    if (const char* home = std::getenv("HOME"); home && *home) return Path(home);
-    std::array<char, 16384> storage{};
-    passwd entry{};
-    passwd* found = nullptr;
-    if (::getpwuid_r(::geteuid(), &entry, storage.data(), storage.size(), &found) != 0 || !found)
-        return std::nullopt;
-    return Path(found->pw_dir);
 }
 
 }  // namespace
@@ -108,13 +97,7 @@ void PosixFileSystem::removeLeftovers(const Path& temporaryFolder) {
         if (TemporaryFile::isNameOfOne(entry->path().filename().native())) ::unlink(entry->path().c_str());
 }
 
-std::optional<Path> PosixFileSystem::applicationSupportDirectory() const {
-    // A relative path is invalid here and to be ignored.
-    if (const char* data = std::getenv("XDG_DATA_HOME"); data && *data == '/') return Path(data);
-    const auto home = homeDirectory();
-    if (!home) return std::nullopt;
-    return *home / ".local" / "share";
-}
+std::optional<Path> PosixFileSystem::applicationSupportDirectory() const { return userFolders::data(); }
 
 Result<Bytes> PosixFileSystem::read(const Path& path) const try {
     const auto file = RegularFile::open(path);

@@ -22,7 +22,7 @@ Item {
     Accessible.selected: isSelected
     Accessible.focusable: true
     Accessible.focused: activeFocus
-    Accessible.onPressAction: root.row.handleRowClick()
+    Accessible.onPressAction: root.row.handleRowClick(1)
 
     Rectangle {
         anchors.fill: parent
@@ -99,6 +99,7 @@ Item {
 
     TapHandler {
         id: tap
-        onTapped: root.row.handleRowClick()
+        onSingleTapped: root.row.handleRowClick(1)
+        onDoubleTapped: root.row.handleRowClick(2)
     }
 }

@@ -38,6 +38,7 @@ Item {
         }
         Text {
             width: parent.width
+            visible: root.message !== ""
             horizontalAlignment: Text.AlignHCenter
             wrapMode: Text.WordWrap
             text: root.message

@@ -23,8 +23,8 @@ FocusScope {
         topMargin: Theme.listPadding
         bottomMargin: Theme.listPadding
         spacing: Theme.rowSpacing
-        model: root.view.rows
-        currentIndex: root.view.selectedRow
+        model: root.view.historyRows
+        currentIndex: root.view.selectedHistoryRow
         preferredHighlightBegin: (height - Theme.tileSide) / 2 - Theme.rowPadding
         preferredHighlightEnd: preferredHighlightBegin + Theme.tileSide + 2 * Theme.rowPadding
         highlightRangeMode: ListView.ApplyRange

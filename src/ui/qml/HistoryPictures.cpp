@@ -10,8 +10,9 @@ namespace nettlecap {
 
 namespace {
 
-/// Of a tile 38 points wide with corners of 7.
-constexpr double cornerShare = 7.0 / 38.0;
+/// Of the height: a tile of 38 points has corners of 7, the card's box of 240 has 12.
+constexpr double tileCorner = 7.0 / 38.0;
+constexpr double cardCorner = 12.0 / 240.0;
 
 bool isPlainName(const QString& name) {
     return !name.isEmpty() && name != "." && name != ".." && !name.contains('/') && !name.contains(QChar(0));
@@ -28,19 +29,22 @@ QImage decoded(const QString& file) {
     return reader.read();
 }
 
-/// The middle of the picture, filling the whole of `size`, with round corners.
-QImage cropped(const QImage& picture, QSize size) {
-    const QImage scaled = picture.scaled(size, Qt::KeepAspectRatioByExpanding, Qt::SmoothTransformation);
+QImage shaped(const QImage& picture, QSize size, HistoryPictures::Use use) {
+    const bool isTile = use == HistoryPictures::Use::tile;
+    const QImage scaled = picture.scaled(size, isTile ? Qt::KeepAspectRatioByExpanding : Qt::KeepAspectRatio,
+                                         Qt::SmoothTransformation);
     QImage result(size, QImage::Format_ARGB32_Premultiplied);
     result.fill(Qt::transparent);
     QPainter painter(&result);
     painter.setRenderHint(QPainter::Antialiasing);
     QPainterPath outline;
-    const double radius = size.width() * cornerShare;
+    const double radius = size.height() * (isTile ? tileCorner : cardCorner);
     outline.addRoundedRect(QRectF(QPointF(0, 0), size), radius, radius);
-    painter.translate(QPoint((size.width() - scaled.width()) / 2, (size.height() - scaled.height()) / 2));
-    QBrush brush(scaled);
-    painter.fillPath(outline.translated(-painter.transform().dx(), -painter.transform().dy()), brush);
+    const QPoint corner((size.width() - scaled.width()) / 2, (size.height() - scaled.height()) / 2);
+    QPainterPath place;
+    place.addRect(QRectF(corner, scaled.size()));
+    painter.setBrushOrigin(corner);
+    painter.fillPath(outline.intersected(place), QBrush(scaled));
     return result;
 }
 
@@ -69,7 +73,7 @@ private:
 
 }  // namespace
 
-HistoryPictures::HistoryPictures(Path folder) : folder_(std::move(folder)) {
+HistoryPictures::HistoryPictures(Path folder, Use use) : folder_(std::move(folder)), use_(use) {
     constexpr std::int64_t bytesOfPixel = 4;
     QImageReader::setAllocationLimit(static_cast<int>(mostPixels * bytesOfPixel >> 20));
     threads_.setMaxThreadCount(2);
@@ -83,15 +87,15 @@ HistoryPictures::~HistoryPictures() {
 QQuickImageResponse* HistoryPictures::requestImageResponse(const QString& id, const QSize& requestedSize) {
     auto* response = new Response;
     threads_.start([this, response, name = QUrl::fromPercentEncoding(id.toUtf8()), size = requestedSize] {
-        response->finish(response->isCancelled() ? QImage() : thumbnail(name, size));
+        response->finish(response->isCancelled() ? QImage() : picture(name, size));
     });
     return response;
 }
 
-QImage HistoryPictures::thumbnail(const QString& name, QSize size) const {
+QImage HistoryPictures::picture(const QString& name, QSize size) const {
     if (!isPlainName(name) || size.isEmpty()) return {};
-    const QImage picture = decoded(QString::fromStdString(folder_.string()) + "/" + name);
-    return picture.isNull() ? QImage() : cropped(picture, size);
+    const QImage whole = decoded(QString::fromStdString(folder_.string()) + "/" + name);
+    return whole.isNull() ? QImage() : shaped(whole, size, use_);
 }
 
 }  // namespace nettlecap

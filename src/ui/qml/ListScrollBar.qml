@@ -5,7 +5,7 @@ import QtQuick
 Item {
     id: root
 
-    required property ListView list
+    required property Flickable list
 
     readonly property real start: list.originY - list.topMargin
     readonly property real range: list.topMargin + list.contentHeight + list.bottomMargin - list.height

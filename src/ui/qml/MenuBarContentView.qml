@@ -28,7 +28,7 @@ FocusScope {
         anchors.right: parent.right
         anchors.top: header.bottom
         anchors.bottom: messages.top
-        visible: !root.view.isHistoryEmpty
+        visible: !root.view.emptyState.isShown
         focus: true
         view: root.view
     }
@@ -38,10 +38,10 @@ FocusScope {
         anchors.right: parent.right
         anchors.top: header.bottom
         anchors.bottom: messages.top
-        visible: root.view.isHistoryEmpty
-        symbol: "clipboard"
-        title: "Nenhuma cópia ainda"
-        message: "Textos e imagens copiados aparecerão aqui."
+        visible: root.view.emptyState.isShown
+        symbol: root.view.emptyState.symbol
+        title: root.view.emptyState.title
+        message: root.view.emptyState.text
     }
 
     Column {

@@ -7,30 +7,28 @@
 
 namespace nettlecap {
 
-QuickPanel::QuickPanel(QSize size) {
+QuickPanel::QuickPanel(QSize size, NativeWindows& windows) : windows_(windows) {
     setFlags(Qt::Window | Qt::WindowStaysOnTopHint | Qt::CustomizeWindowHint | Qt::WindowTitleHint |
              Qt::WindowCloseButtonHint);
-    setTitle(QStringLiteral("Nettlecap"));
     setMinimumSize(size);
     setMaximumSize(size);
     resize(size);
+    content_.setSize(size);
 }
 
 QuickPanel::~QuickPanel() = default;
 
-void QuickPanel::setContent(std::unique_ptr<QQuickItem> content) {
-    content_ = std::move(content);
-    if (!content_) return;
-    content_->setParentItem(contentItem());
-    content_->setSize(size());
-    content_->setFocus(true);
-}
+void QuickPanel::setContent(std::unique_ptr<HostedView> content) { content_.replace(std::move(content)); }
+
+void QuickPanel::dropContent() { content_.drop(); }
 
 void QuickPanel::makeKeyAndOrderFront() {
     if (!isVisible()) positionOnCurrentScreen();
+    windows_.prepareToShow(winId());
     show();
     raise();
     requestActivate();
+    windows_.bringToFront(winId());
 }
 
 void QuickPanel::orderOut() {

@@ -1,21 +1,24 @@
 #pragma once
 
-#include <QQuickItem>
+#include "ui/qml/QuickHostedView.h"
+
 #include <QQuickWindow>
 
 namespace nettlecap {
 
-/// The floating panel: titled, closable, of a fixed size, above ordinary windows. Escape
-/// and its close button hide it and destroy nothing.
+/// The floating panel: titled, closable, of a fixed size, above ordinary windows, on every
+/// desktop. Escape and its close button hide it and destroy nothing.
 class QuickPanel : public QQuickWindow {
     Q_OBJECT
 
 public:
-    explicit QuickPanel(QSize size);
+    QuickPanel(QSize size, NativeWindows& windows);
     ~QuickPanel() override;
 
-    void setContent(std::unique_ptr<QQuickItem> content);
-    /// In the middle of the screen where the pointer is, unless it is shown already.
+    void setContent(std::unique_ptr<HostedView> content);
+    void dropContent();  ///< from no event of its own
+    /// With the keyboard in it. In the middle of the screen where the pointer is, unless it
+    /// is shown already.
     void makeKeyAndOrderFront();
     void orderOut();
 
@@ -29,7 +32,8 @@ protected:
 private:
     void positionOnCurrentScreen();
 
-    std::unique_ptr<QQuickItem> content_;
+    NativeWindows& windows_;
+    QuickContent content_{*contentItem()};
 };
 
 }  // namespace nettlecap

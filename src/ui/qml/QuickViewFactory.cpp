@@ -1,6 +1,8 @@
 #include "ui/qml/QuickViewFactory.h"
 
+#include "ui/ImagePreviewPopover.h"
 #include "ui/qml/HistoryPictures.h"
+#include "ui/qml/QuickHostedView.h"
 
 #include <QQmlComponent>
 
@@ -8,16 +10,33 @@ namespace nettlecap {
 
 QuickViewFactory::QuickViewFactory(const Path& imagesDirectory) {
     engine_.addImportPath(QStringLiteral("qrc:/qt/qml"));
-    engine_.addImageProvider(ClipboardEntryRow::pictureProvider, new HistoryPictures(imagesDirectory));
+    engine_.addImageProvider(ClipboardEntryRow::pictureProvider,
+                             new HistoryPictures(imagesDirectory, HistoryPictures::Use::tile));
+    engine_.addImageProvider(NavigationHUDView::pictureProvider,
+                             new HistoryPictures(imagesDirectory, HistoryPictures::Use::card));
+    engine_.addImageProvider(ImagePreviewPopover::pictureProvider,
+                             new HistoryPictures(imagesDirectory, HistoryPictures::Use::card));
 }
 
-std::unique_ptr<QQuickItem> QuickViewFactory::menuBarContent(MenuBarContentView& view) {
-    QQmlComponent component(&engine_, QUrl(QStringLiteral("qrc:/qt/qml/Nettlecap/MenuBarContentView.qml")));
+std::unique_ptr<HostedView> QuickViewFactory::navigationHUD(std::unique_ptr<NavigationHUDView> view) {
+    const QVariant shown = QVariant::fromValue(view.get());
+    return make("NavigationHUDView", shown, std::move(view));
+}
+
+std::unique_ptr<HostedView> QuickViewFactory::menuBarContent(std::unique_ptr<MenuBarContentView> view) {
+    const QVariant shown = QVariant::fromValue(view.get());
+    return make("MenuBarContentView", shown, std::move(view));
+}
+
+std::unique_ptr<HostedView> QuickViewFactory::make(const char* name, const QVariant& view,
+                                                   std::unique_ptr<QObject> owned) {
+    QQmlEngine::setObjectOwnership(owned.get(), QQmlEngine::CppOwnership);
+    QQmlComponent component(&engine_, QUrl(QStringLiteral("qrc:/qt/qml/Nettlecap/%1.qml").arg(name)));
     if (!component.isReady()) qFatal("%s", qPrintable(component.errorString()));  // a broken build
-    std::unique_ptr<QObject> content(
-        component.createWithInitialProperties({{"view", QVariant::fromValue(&view)}}));
-    QQmlEngine::setObjectOwnership(content.get(), QQmlEngine::CppOwnership);
-    return std::unique_ptr<QQuickItem>(qobject_cast<QQuickItem*>(content.release()));
+    std::unique_ptr<QObject> made(component.createWithInitialProperties({{"view", view}}));
+    QQmlEngine::setObjectOwnership(made.get(), QQmlEngine::CppOwnership);
+    std::unique_ptr<QQuickItem> item(qobject_cast<QQuickItem*>(made.release()));
+    return std::make_unique<QuickHostedView>(std::move(item), std::move(owned));
 }
 
 void QuickViewFactory::releaseMemory() {

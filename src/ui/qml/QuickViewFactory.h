@@ -1,24 +1,24 @@
 #pragma once
 
-#include "ui/MenuBarContentView.h"
+#include "ui/ViewFactory.h"
 
 #include <QQmlEngine>
-#include <QQuickItem>
 
 namespace nettlecap {
 
-/// Turns view logic into what a window can show. Needs a QGuiApplication.
-class QuickViewFactory {
+/// Makes views of Qt Quick. Needs a QGuiApplication.
+class QuickViewFactory final : public ViewFactory {
 public:
     /// `imagesDirectory` is where the history's pictures are.
     explicit QuickViewFactory(const Path& imagesDirectory);
 
-    /// The item shows `view`, which must outlive it. Must not outlive the factory.
-    std::unique_ptr<QQuickItem> menuBarContent(MenuBarContentView& view);
-    /// After an item is gone: gives up what was kept to make the next one sooner.
-    void releaseMemory();
+    std::unique_ptr<HostedView> navigationHUD(std::unique_ptr<NavigationHUDView> view) override;
+    std::unique_ptr<HostedView> menuBarContent(std::unique_ptr<MenuBarContentView> view) override;
+    void releaseMemory() override;
 
 private:
+    std::unique_ptr<HostedView> make(const char* name, const QVariant& view, std::unique_ptr<QObject> owned);
+
     QQmlEngine engine_;
 };
 

@@ -8,31 +8,33 @@ constexpr QSize panelSize(430, 560);
 
 }  // namespace
 
-SearchPanelController::SearchPanelController(AppModel& app, MenuBarContentView::Ports ports,
-                                             QuickViewFactory& views, Task wasHidden)
-    : app_(app), ports_(ports), views_(views), wasHidden_(std::move(wasHidden)) {}
+SearchPanelController::SearchPanelController(Collaborators with, Task wasHidden)
+    : with_(with), wasHidden_(std::move(wasHidden)) {}
 
-void SearchPanelController::show() {
-    if (!panel_) {
-        panel_ = std::make_unique<QuickPanel>(panelSize);
-        // It is hidden from within a key or a close event that its content may be handling.
-        QObject::connect(panel_.get(), &QuickPanel::orderedOut,
-                         [this] { ports_.scheduler.post(guard_([this] { dropContent(); })); });
-    }
-    if (!panel_->isVisible()) {
-        panel_->setContent(nullptr);
-        view_ = std::make_unique<MenuBarContentView>(app_, ports_);
-        panel_->setContent(views_.menuBarContent(*view_));
-    }
+void SearchPanelController::show(ContentKind content, AppModel& app) {
+    if (content != ContentKind::history) return;  // there is no other yet
+    if (!panel_) makePanel();
+    panel_->setContent(with_.views.menuBarContent(std::make_unique<MenuBarContentView>(app, with_.ports)));
+    panel_->setTitle(QStringLiteral("Nettlecap"));
     panel_->makeKeyAndOrderFront();
+}
+
+void SearchPanelController::hide() {
+    if (panel_) panel_->orderOut();
+}
+
+void SearchPanelController::makePanel() {
+    panel_ = std::make_unique<QuickPanel>(panelSize, with_.windows);
+    // It is hidden from within a key or a close event that its content may be handling.
+    QObject::connect(panel_.get(), &QuickPanel::orderedOut, panel_.get(),
+                     [this] { with_.ports.scheduler.post(guard_([this] { dropContent(); })); });
 }
 
 void SearchPanelController::dropContent() {
     if (panel_->isVisible()) return;  // shown again meanwhile
-    panel_->setContent(nullptr);
-    view_.reset();
+    panel_->dropContent();
     panel_->releaseResources();
-    views_.releaseMemory();
+    with_.views.releaseMemory();
     wasHidden_();
 }
 

@@ -20,6 +20,7 @@ void Symbol::setColor(const QColor& color) {
 }
 
 void Symbol::paint(QPainter* painter) {
+    if (name_.isEmpty()) return;
     QSvgRenderer symbol(QStringLiteral(":/nettlecap/symbols/%1.svg").arg(name_));
     symbol.setAspectRatioMode(Qt::KeepAspectRatio);
     symbol.render(painter, boundingRect());

@@ -6,7 +6,7 @@
 
 namespace nettlecap {
 
-/// One of our symbols in one colour, as large as the item.
+/// One of our symbols in one colour, as large as the item. Without a name it is nothing.
 class Symbol : public QQuickPaintedItem {
     Q_OBJECT
     QML_ELEMENT

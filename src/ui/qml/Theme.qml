@@ -16,6 +16,13 @@ QtObject {
         scrollBar: "#8f9096"
         tile: "#dfdfe4"
         tileSymbol: "#5a5c63"
+        card: CardColors {
+            ground: "#f4f4f6"
+            accent: "#1f7048"
+            sensitive: "#b86200"
+            rim: "#b9bac0"
+        }
+        controls: LightControls {}
         row: RowColors {
             ground: "#f7f7f8"
             hovered: "#eeeef0"
@@ -51,6 +58,13 @@ QtObject {
         scrollBar: "#85868c"
         tile: "#37383d"
         tileSymbol: "#b4b5bb"
+        card: CardColors {
+            ground: "#2b2c2f"
+            accent: "#4cc38a"
+            sensitive: "#ff9f2e"
+            rim: "#55565c"
+        }
+        controls: DarkControls {}
         row: RowColors {
             ground: "#1f2022"
             hovered: "#27282b"
@@ -88,7 +102,29 @@ QtObject {
     readonly property int headerIconSide: 24
     readonly property int scrollDuration: 120
 
+    readonly property int cardMargin: 4
+    readonly property int cardPadding: 18
+    readonly property int cardRadius: 16
+    readonly property real cardOpacity: 0.96
+    readonly property var cardShadow: [0.03, 0.06, 0.1, 0.18]  // from the outside in
+    readonly property int cardGap: 14
+    readonly property int cardTextSpacing: 4
+    readonly property int cardLineSpacing: 2
+    readonly property int cardTextHeight: 260 - 2 * (cardMargin + cardPadding)
+    readonly property int cardTileSide: 56
+    readonly property int cardExpandedTileSide: 48
+    readonly property int cardTileRadius: 10
+    readonly property int cardSymbolSide: 26
+    readonly property int cardPictureHeight: 240
+    readonly property int cardPictureRadius: 12
+    readonly property int cardPictureSpacing: 10
+
     readonly property font body: Application.font
+    readonly property font headline: Qt.font({
+        family: body.family,
+        pointSize: body.pointSize,
+        weight: Font.DemiBold
+    })
     readonly property font caption: Qt.font({
         family: body.family,
         pointSize: Math.max(8.25, body.pointSize * 0.87)
@@ -98,4 +134,16 @@ QtObject {
         pointSize: body.pointSize * 1.08,
         weight: Font.DemiBold
     })
+    readonly property font heading: Qt.font({
+        family: body.family,
+        pointSize: body.pointSize * 1.3,
+        weight: Font.Bold
+    })
+
+    readonly property int formMargin: 14
+    readonly property int formPadding: 12
+    readonly property int formSpacing: 10
+    readonly property int groupRadius: 9
+    readonly property int controlHeight: 24
+    readonly property int controlRadius: 6
 }

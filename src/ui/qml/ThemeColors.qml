@@ -11,6 +11,8 @@ QtObject {
     required property color scrollBar
     required property color tile
     required property color tileSymbol
+    required property CardColors card
+    required property ControlColors controls
     required property RowColors row
     required property RowColors selectedRow
     required property RowColors inactiveSelectedRow

@@ -14,6 +14,7 @@ public:
     virtual Workspace& workspace() = 0;
     virtual void bringToFront(const std::string& application) = 0;  ///< another one, of this name
     virtual void bringThisProgramToFront() = 0;
+    virtual void quit(const std::string& application) = 0;              ///< one that was in front before
     virtual bool runUntil(const std::function<bool()>& condition) = 0;  ///< false: long past the time for it
 };
 
@@ -23,6 +24,11 @@ protected:
     std::string front() {
         const auto application = workspace.frontmostApplication();
         return application ? application->localizedName.value_or("(nameless)") : "(nothing)";
+    }
+    /// In front now, and as the workspace knows it.
+    RunningApplication brought(const std::string& application) {
+        harness->bringToFront(application);
+        return workspace.frontmostApplication().value_or(RunningApplication());
     }
     /// Keeps what is told in `told`.
     Subscription listen() {
@@ -117,6 +123,56 @@ TEST_P(WorkspaceContract, AListenerMayEndItsOwnSubscription) {
     ASSERT_TRUE(harness->runUntil([&] { return told.size() == 2; }));
 
     EXPECT_EQ(calls, 1);
+}
+
+TEST_P(WorkspaceContract, BringsAnApplicationBackToTheFront) {
+    const auto editor = brought("Editor");
+    harness->bringToFront("Navegador");
+    const auto listening = listen();
+
+    workspace.activate(editor);
+
+    EXPECT_TRUE(harness->runUntil([&] { return front() == "Editor"; }));
+    EXPECT_TRUE(harness->runUntil([&] { return !told.empty() && told.back() == "Editor"; }));
+}
+
+TEST_P(WorkspaceContract, LeavesTheApplicationInFrontThere) {
+    const auto editor = brought("Editor");
+
+    workspace.activate(editor);
+    harness->bringToFront("Navegador");
+    workspace.activate(editor);
+    workspace.activate(editor);
+
+    EXPECT_TRUE(harness->runUntil([&] { return front() == "Editor"; }));
+}
+
+TEST_P(WorkspaceContract, KnowsWhetherAnApplicationHasTerminated) {
+    const auto editor = brought("Editor");
+    const auto browser = brought("Navegador");
+    EXPECT_FALSE(workspace.isTerminated(editor));
+    EXPECT_FALSE(workspace.isTerminated(browser));
+    EXPECT_FALSE(workspace.isTerminated(workspace.current()));
+
+    harness->quit("Editor");
+
+    EXPECT_TRUE(harness->runUntil([&] { return workspace.isTerminated(editor); }));
+    EXPECT_FALSE(workspace.isTerminated(browser));
+}
+
+TEST_P(WorkspaceContract, BringsNothingToTheFrontInPlaceOfAnApplicationThatIsGone) {
+    const auto editor = brought("Editor");
+    harness->bringToFront("Navegador");
+    harness->quit("Editor");
+    ASSERT_TRUE(harness->runUntil([&] { return workspace.isTerminated(editor); }));
+    const auto listening = listen();
+
+    workspace.activate(editor);
+    harness->bringThisProgramToFront();
+
+    EXPECT_TRUE(harness->runUntil([&] { return front() == "Nettlecap"; }));
+    ASSERT_TRUE(harness->runUntil([&] { return !told.empty(); }));
+    EXPECT_THAT(told, testing::ElementsAre("Nettlecap"));
 }
 
 }  // namespace nettlecap

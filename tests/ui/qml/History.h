@@ -1,5 +1,6 @@
 #pragma once
 
+#include "ui/ContentPorts.h"
 #include "ui/HistoryOnFakes.h"
 #include "ui/MenuBarContentView.h"
 
@@ -19,9 +20,7 @@ public:
     }
     /// Of the history as it stands; valid until the next call.
     Q_INVOKABLE nettlecap::MenuBarContentView* makeView() {
-        view_ = std::make_unique<MenuBarContentView>(
-            model_->app,
-            MenuBarContentView::Ports{.clock = model_->fake.time, .scheduler = model_->fake.time});
+        view_ = std::make_unique<MenuBarContentView>(model_->app, contentPorts(model_->fake));
         QQmlEngine::setObjectOwnership(view_.get(), QQmlEngine::CppOwnership);
         return view_.get();
     }

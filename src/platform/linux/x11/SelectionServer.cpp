@@ -60,6 +60,14 @@ void SelectionServer::offer(PasteboardItem item) {
 
 void SelectionServer::forget() { contents_.reset(); }
 
+void SelectionServer::release() {
+    if (!isServing()) return;
+    forget();
+    // With our own time, which the server refuses if somebody took the selection since.
+    xcb_set_selection_owner(ports_.connection.xcb(), XCB_NONE, selection_, since_);
+    ports_.connection.flush();
+}
+
 bool SelectionServer::isOwner() {
     const auto cookie = xcb_get_selection_owner(ports_.connection.xcb(), selection_);
     const auto reply = ports_.connection.waitFor<xcb_get_selection_owner_reply_t>(cookie.sequence);
@@ -131,6 +139,7 @@ void SelectionServer::convert(const std::shared_ptr<Conversion>& conversion, std
     if (!contents_->served.contains(wanted.target)) return endPart(conversion, part, false);
     deliver(wanted.target, [=, this](const std::optional<Bytes>& bytes) {
         if (bytes) transfers_.put({requestor, wanted.property}, wanted.target, *bytes);
+        if (bytes) conversion->hasGivenForm = true;
         endPart(conversion, part, bytes.has_value());
     });
 }
@@ -175,12 +184,16 @@ void SelectionServer::endPart(const std::shared_ptr<Conversion>& conversion, std
     if (!done) conversion->parts[part].property = XCB_ATOM_NONE;
     if (--conversion->open > 0) return;
     const auto& request = conversion->request;
-    if (!conversion->isMultiple) return notify(request, conversion->parts.front().property);
-    xcb_change_property(ports_.connection.xcb(), XCB_PROP_MODE_REPLACE, request.requestor, request.property,
-                        ports_.connection.atoms().of("ATOM_PAIR"), 32,
-                        static_cast<std::uint32_t>(conversion->parts.size() * partUnits),
-                        conversion->parts.data());
-    notify(request, request.property);
+    if (conversion->isMultiple) {
+        xcb_change_property(ports_.connection.xcb(), XCB_PROP_MODE_REPLACE, request.requestor,
+                            request.property, ports_.connection.atoms().of("ATOM_PAIR"), 32,
+                            static_cast<std::uint32_t>(conversion->parts.size() * partUnits),
+                            conversion->parts.data());
+        notify(request, request.property);
+    } else {
+        notify(request, conversion->parts.front().property);
+    }
+    if (conversion->hasGivenForm) read_.emit(xcb_window_t(request.requestor));
 }
 
 void SelectionServer::notify(const xcb_selection_request_event_t& request, xcb_atom_t property) const {

@@ -21,6 +21,8 @@ public:
     void offer(PasteboardItem item);
     /// Another owner is there.
     void forget();
+    /// Gives the selection up, unless another owner is there.
+    void release();
 
     /// Waits for the server.
     bool isOwner();
@@ -28,6 +30,11 @@ public:
     bool isServing() const { return contents_ != nullptr; }
     const std::vector<PasteboardItem::Form>& forms() const;
     std::vector<xcb_atom_t> targets() const;  ///< those that stand for forms
+
+    /// Tells whose window was given a form, or is being given a large one.
+    Subscription onRead(std::function<void(xcb_window_t)> handler) const {
+        return read_.subscribe(std::move(handler));
+    }
 
 private:
     using Delivery = std::function<void(const std::optional<Bytes>&)>;
@@ -48,6 +55,7 @@ private:
     struct Conversion {
         xcb_selection_request_event_t request;
         bool isMultiple = false;
+        bool hasGivenForm = false;
         std::vector<Part> parts;
         std::size_t open = 0;
     };
@@ -68,6 +76,7 @@ private:
     xcb_timestamp_t since_ = XCB_CURRENT_TIME;
     std::shared_ptr<Contents> contents_;  // null: not ours
     OutgoingTransfers transfers_;
+    Signal<xcb_window_t> read_;
     Subscription events_;
     LifetimeGuard guard_;
 };

@@ -124,6 +124,11 @@ void* X11Connection::waitForAny(unsigned sequence) {
     return nullptr;
 }
 
+bool X11Connection::hasMoreToTell() {
+    (void)waitFor<xcb_get_input_focus_reply_t>(xcb_get_input_focus(xcb_).sequence);
+    return !readAhead_.empty();
+}
+
 std::optional<xcb_timestamp_t> X11Connection::serverTime() {
     // Appending nothing changes nothing and is told all the same, with the time (ICCCM 2.1).
     xcb_change_property(xcb_, XCB_PROP_MODE_APPEND, clockWindow_, XCB_ATOM_WM_NAME, XCB_ATOM_STRING, 8, 0,

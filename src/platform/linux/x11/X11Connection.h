@@ -58,6 +58,9 @@ public:
     /// The server's present time; waits for it like waitFor. Absent: it did not answer.
     std::optional<xcb_timestamp_t> serverTime();
 
+    /// Whether the server has sent events by now that are not told; waits for it like waitFor.
+    bool hasMoreToTell();
+
     /// Tells of every event, and of errors of requests without a reply (response_type 0).
     Subscription onEvent(std::function<void(const xcb_generic_event_t&)> handler) const {
         return event_.subscribe(std::move(handler));

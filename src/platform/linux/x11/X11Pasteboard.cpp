@@ -56,6 +56,7 @@ Result<std::unique_ptr<X11Pasteboard>> X11Pasteboard::open(SelectionPorts ports)
 
 X11Pasteboard::X11Pasteboard(SelectionPorts ports, std::unique_ptr<SelectionWatch> watch)
     : ports_(ports), watch_(std::move(watch)), server_(ports, ports.connection.atoms().of("CLIPBOARD")),
+      primary_(ports),
       ownerChanges_(watch_->onChange([this](const OwnerChange& change) { onOwnerChange(change); })) {
     const xcb_window_t owner = watch_->owner();
     if (owner == XCB_NONE) return;
@@ -79,6 +80,12 @@ void X11Pasteboard::handOver() {
                                   .parameter = targets},
                                  [&loop](const SelectionReader::Outcome&) { loop.quit(); });
     loop.exec();
+}
+
+bool X11Pasteboard::lendAsPrimary(xcb_window_t reader) {
+    auto item = snapshot_ ? itemOf(*snapshot_) : own_.value_or(PasteboardItem());
+    const bool isText = std::ranges::count(item.forms, pasteboardType::text, &PasteboardItem::Form::type) > 0;
+    return isText && primary_.offer(std::move(item), reader);
 }
 
 void X11Pasteboard::clearContents() {

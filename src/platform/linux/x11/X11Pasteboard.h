@@ -2,7 +2,7 @@
 
 #include "platform/Pasteboard.h"
 #include "platform/linux/x11/OfferFetch.h"
-#include "platform/linux/x11/SelectionServer.h"
+#include "platform/linux/x11/PrimaryLoan.h"
 #include "platform/linux/x11/SelectionWatch.h"
 
 namespace nettlecap {
@@ -21,6 +21,9 @@ public:
     /// Before the program ends: a clipboard manager, where there is one, gets what we own.
     /// Runs the event loop, for a second and a half at most.
     void handOver();
+    /// Offers the text on the clipboard as PRIMARY too, for one paste into the program of this
+    /// window. False: there is no text, or the server did not answer.
+    bool lendAsPrimary(xcb_window_t reader);
 
     void clearContents() override;
     bool write(PasteboardItem item) override;
@@ -51,6 +54,7 @@ private:
     SelectionPorts ports_;
     std::unique_ptr<SelectionWatch> watch_;
     SelectionServer server_;
+    PrimaryLoan primary_;
     PasteboardInterest interest_;
     std::int64_t changeCount_ = 0;
     // What belongs to the change count. Neither: the pasteboard is empty, or was never read.

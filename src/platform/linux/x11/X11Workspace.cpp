@@ -1,10 +1,13 @@
 #include "platform/linux/x11/X11Workspace.h"
 
 #include "platform/linux/x11/PropertyText.h"
+#include "platform/linux/x11/X11WindowTraits.h"
 
+#include <csignal>
 #include <unistd.h>
 
 #include <array>
+#include <cerrno>
 #include <fstream>
 
 namespace nettlecap {
@@ -16,37 +19,23 @@ constexpr std::string_view managerWindowName = "_NET_SUPPORTING_WM_CHECK";
 constexpr std::array<std::string_view, 6> propertyNames{
     activeWindowName, managerWindowName, "_NET_WM_PID", "WM_CLASS", "WM_CLIENT_MACHINE", "WM_TRANSIENT_FOR",
 };
-constexpr int longestChain = 16;  // of transient windows, and from a focus window up to its frame
-
-/// Latin-1 by ICCCM, but toolkits write UTF-8 there.
-std::string textOf(std::string_view bytes) {
-    auto text = propertyText::validUtf8(bytes);
-    return text == bytes ? text : propertyText::utf8FromLatin1(bytes);
-}
-
-/// Two strings, each with a zero behind it.
-WindowClass windowClassOf(std::string_view bytes) {
-    const auto end = std::min(bytes.find('\0'), bytes.size());
-    auto name = bytes.substr(std::min(end + 1, bytes.size()));
-    name = name.substr(0, name.find('\0'));
-    return {.instance = textOf(bytes.substr(0, end)), .name = textOf(name)};
-}
-
-/// Some write the host's name with its domain and some without.
-bool isThisHost(std::string_view machine) {
-    std::array<char, 256> buffer{};
-    if (::gethostname(buffer.data(), buffer.size() - 1) != 0) return true;
-    const std::string_view host(buffer.data());
-    if (machine == host || machine == "localhost") return true;
-    if (machine.find('.') != std::string_view::npos && host.find('.') != std::string_view::npos) return false;
-    return machine.substr(0, machine.find('.')) == host.substr(0, host.find('.'));
-}
+constexpr int longestChain = 16;  // from a focus window up to its frame
 
 std::optional<std::string> processName(std::int64_t process) {
     std::ifstream file("/proc/" + std::to_string(process) + "/comm");
     std::string name;
     if (!std::getline(file, name) || name.empty()) return std::nullopt;
     return propertyText::validUtf8(name);
+}
+
+/// Ended, or waiting for its parent to take notice of its end.
+bool isGone(std::int64_t process) {
+    if (::kill(static_cast<pid_t>(process), 0) != 0 && errno == ESRCH) return true;
+    std::ifstream file("/proc/" + std::to_string(process) + "/stat");
+    std::string line;
+    std::getline(file, line);
+    const auto name = line.rfind(')');  // the state comes after the name, which may hold anything
+    return name != std::string::npos && line.find_first_of("ZX", name) == name + 2;
 }
 
 /// The window aside: of two windows of one application only the first comes to the front.
@@ -57,21 +46,32 @@ bool isSameApplication(const RunningApplication& a, const RunningApplication& b)
 
 }  // namespace
 
-/// What a window says of where it belongs.
-struct X11Workspace::Traits {
-    std::optional<std::int64_t> process;  ///< on this host
-    WindowClass windowClass;
-    xcb_window_t transientFor = XCB_WINDOW_NONE;
-
-    bool hasClass() const { return !windowClass.instance.empty() || !windowClass.name.empty(); }
-};
-
 X11Workspace::X11Workspace(X11Connection& connection, X11Inquiry& inquiry, DesktopEntries& entries)
     : connection_(connection), inquiry_(inquiry), entries_(entries) {
     inquiry_.atoms().prefetch(propertyNames);
     watchActiveWindow();
     look();
     told_ = front_;
+}
+
+void X11Workspace::activate(const RunningApplication& application) {
+    if (!inquiry_.canAnswer() || !isStillItsWindow(application)) return;
+    // A window manager takes no notice of what is older than the last thing the user did.
+    const auto time = connection_.serverTime();
+    if (!time) return;
+    const auto window = static_cast<xcb_window_t>(application.handle);
+    if (!activeWindow()) return raise(window, *time);
+    xcb_client_message_event_t message{};
+    message.response_type = XCB_CLIENT_MESSAGE;
+    message.format = 32;
+    message.window = window;
+    message.type = inquiry_.atoms().of(activeWindowName);
+    message.data.data32[0] = 2;  // as from a pager: it is the user who wants it
+    message.data.data32[1] = *time;
+    xcb_send_event(inquiry_.xcb(), 0, inquiry_.root(),
+                   XCB_EVENT_MASK_SUBSTRUCTURE_REDIRECT | XCB_EVENT_MASK_SUBSTRUCTURE_NOTIFY,
+                   reinterpret_cast<const char*>(&message));
+    xcb_flush(inquiry_.xcb());
 }
 
 RunningApplication X11Workspace::current() const {
@@ -85,6 +85,18 @@ RunningApplication X11Workspace::current() const {
 std::optional<RunningApplication> X11Workspace::frontmostApplication() const {
     look();
     return front_;
+}
+
+bool X11Workspace::isTerminated(const RunningApplication& application) const {
+    const auto process = application.processIdentifier;
+    if (process && !isGone(*process)) return false;
+    return !isStillItsWindow(application) && (process || inquiry_.canAnswer());
+}
+
+WindowClass X11Workspace::windowClassOf(const RunningApplication& application) const {
+    const auto traits =
+        X11WindowTraits::readWithOwners(inquiry_, static_cast<xcb_window_t>(application.handle));
+    return traits ? traits->windowClass : WindowClass();
 }
 
 Subscription X11Workspace::onActivation(std::function<void(const RunningApplication&)> handler) {
@@ -164,39 +176,25 @@ bool X11Workspace::isViewable(xcb_window_t window) const {
     return attributes && attributes->map_state == XCB_MAP_STATE_VIEWABLE;
 }
 
-/// Absent: the window is gone.
-std::optional<X11Workspace::Traits> X11Workspace::traitsOf(xcb_window_t window) const {
-    const auto existence = xcb_get_geometry(inquiry_.xcb(), window).sequence;
-    const auto process = inquiry_.askProperty(window, "_NET_WM_PID");
-    const auto windowClass = inquiry_.askProperty(window, "WM_CLASS");
-    const auto machine = inquiry_.askProperty(window, "WM_CLIENT_MACHINE");
-    const auto parent = inquiry_.askProperty(window, "WM_TRANSIENT_FOR");
+/// The server gives the number of a window that is gone to another one, sooner or later.
+bool X11Workspace::isStillItsWindow(const RunningApplication& application) const {
+    const auto window = static_cast<xcb_window_t>(application.handle);
+    const auto present = window == XCB_WINDOW_NONE ? std::nullopt : applicationOf(window);
+    if (!present || present->processIdentifier != application.processIdentifier) return false;
+    return application.processIdentifier || present->bundleIdentifier == application.bundleIdentifier;
+}
 
-    const bool exists = inquiry_.reply<xcb_get_geometry_reply_t>(existence) != nullptr;
-    Traits traits{
-        .process = inquiry_.propertyNumber(process),
-        .windowClass = windowClassOf(inquiry_.propertyBytes(windowClass).value_or("")),
-    };
-    // Without a machine it is ours: the ones that leave it out know of no network.
-    const auto machineName = inquiry_.propertyBytes(machine);
-    if (machineName && !isThisHost(machineName->c_str())) traits.process.reset();
-    traits.transientFor = inquiry_.propertyNumber(parent).value_or(XCB_WINDOW_NONE);
-    if (!exists) return std::nullopt;
-    return traits;
+/// For where no window manager does it.
+void X11Workspace::raise(xcb_window_t window, xcb_timestamp_t time) const {
+    const std::uint32_t above = XCB_STACK_MODE_ABOVE;
+    xcb_configure_window(inquiry_.xcb(), window, XCB_CONFIG_WINDOW_STACK_MODE, &above);
+    xcb_set_input_focus(inquiry_.xcb(), XCB_INPUT_FOCUS_POINTER_ROOT, window, time);
+    xcb_flush(inquiry_.xcb());
 }
 
 std::optional<RunningApplication> X11Workspace::applicationOf(xcb_window_t window) const {
-    auto traits = traitsOf(window);
+    const auto traits = X11WindowTraits::readWithOwners(inquiry_, window);
     if (!traits) return std::nullopt;
-    // A dialog may leave to its main window what that says already.
-    for (int i = 0; i < longestChain && traits->transientFor != XCB_WINDOW_NONE; ++i) {
-        if (traits->process && traits->hasClass()) break;
-        const auto owner = traitsOf(traits->transientFor);
-        if (!owner) break;
-        if (!traits->process) traits->process = owner->process;
-        if (!traits->hasClass()) traits->windowClass = owner->windowClass;
-        traits->transientFor = owner->transientFor;
-    }
     auto application = current();
     application.handle = window;
     if (traits->process == application.processIdentifier) return application;
@@ -208,7 +206,7 @@ std::optional<RunningApplication> X11Workspace::applicationOf(xcb_window_t windo
     return application;
 }
 
-std::optional<std::string> X11Workspace::nameWithoutEntry(const Traits& traits) const {
+std::optional<std::string> X11Workspace::nameWithoutEntry(const X11WindowTraits& traits) const {
     if (!traits.windowClass.name.empty()) return traits.windowClass.name;
     if (!traits.windowClass.instance.empty()) return traits.windowClass.instance;
     return traits.process ? processName(*traits.process) : std::nullopt;

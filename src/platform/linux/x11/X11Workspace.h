@@ -6,6 +6,8 @@
 
 namespace nettlecap {
 
+struct X11WindowTraits;
+
 /// The application in front is the one whose window the window manager calls active; under
 /// a manager that names none, the one whose window has the input focus. Every question asks
 /// the server anew, so that a key pressed right after a change of windows is no one else's.
@@ -16,13 +18,19 @@ class X11Workspace final : public Workspace {
 public:
     X11Workspace(X11Connection& connection, X11Inquiry& inquiry, DesktopEntries& entries);
 
+    void activate(const RunningApplication& application) override;
+
     RunningApplication current() const override;
     std::optional<RunningApplication> frontmostApplication() const override;
+    /// A program in a sandbox tells a process number of its own world: while its window is
+    /// there, it runs.
+    bool isTerminated(const RunningApplication& application) const override;
+    /// Of its window, or of the window that this belongs to. Empty: it is gone, or has none.
+    WindowClass windowClassOf(const RunningApplication& application) const;
+
     Subscription onActivation(std::function<void(const RunningApplication&)> handler) override;
 
 private:
-    struct Traits;
-
     void watchActiveWindow();
     void tellActivation();
     void look() const;
@@ -30,9 +38,10 @@ private:
     std::optional<xcb_window_t> activeWindow() const;
     xcb_window_t clientWithFocus() const;
     bool isViewable(xcb_window_t window) const;
-    std::optional<Traits> traitsOf(xcb_window_t window) const;
+    bool isStillItsWindow(const RunningApplication& application) const;
+    void raise(xcb_window_t window, xcb_timestamp_t time) const;
     std::optional<RunningApplication> applicationOf(xcb_window_t window) const;
-    std::optional<std::string> nameWithoutEntry(const Traits& traits) const;
+    std::optional<std::string> nameWithoutEntry(const X11WindowTraits& traits) const;
 
     X11Connection& connection_;
     X11Inquiry& inquiry_;

@@ -18,6 +18,7 @@ public:
         session_.user.activate(window->id());
     }
     void bringThisProgramToFront() override { session_.openOwn(); }
+    void quit(const std::string& application) override { windows_.at(application)->quit(); }
     bool runUntil(const std::function<bool()>& condition) override { return waitFor(condition); }
 
 private:

@@ -229,6 +229,20 @@ TEST_F(X11WorkspaceWithoutManagerTest, FindsTheWindowThatHoldsTheFocus) {
     }));
 }
 
+TEST_F(X11WorkspaceWithoutManagerTest, GivesTheFocusToAnApplicationItself) {
+    EXPECT_TRUE(waitFor([&] {
+        focus(window_.id());
+        return front() == "Focado";
+    }));
+    const auto focused = session.workspace->frontmostApplication().value();
+    focus(outdated_.id());
+    ASSERT_TRUE(waitFor([&] { return front() == "Antigo"; }));
+
+    session.workspace->activate(focused);
+
+    EXPECT_TRUE(waitFor([&] { return front() == "Focado"; }));
+}
+
 TEST_F(X11WorkspaceWithoutManagerTest, SeesNothingWhereNoWindowHoldsTheFocus) {
     window_.unmap();
     outdated_.unmap();

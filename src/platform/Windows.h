@@ -1,0 +1,95 @@
+#pragma once
+
+#include "platform/Signal.h"
+
+namespace nettlecap {
+
+/// In points; the origin of all coordinates is the bottom left of the primary screen.
+struct Point {
+    double x = 0;
+    double y = 0;
+
+    bool operator==(const Point&) const = default;
+};
+
+struct Size {
+    double width = 0;
+    double height = 0;
+
+    bool operator==(const Size&) const = default;
+};
+
+struct Rect {
+    Point origin;
+    Size size;
+
+    bool operator==(const Rect&) const = default;
+};
+
+struct Screen {
+    Rect frame;
+    Rect visibleFrame;  ///< without what docks and bars reserve on it
+
+    bool operator==(const Screen&) const = default;
+};
+
+class Screens {
+public:
+    virtual ~Screens() = default;
+
+    /// The one where the user works: with the window in front, else the primary one. Absent:
+    /// there is no screen at all, or the system names none.
+    virtual std::optional<Screen> main() const = 0;
+    virtual std::vector<Screen> all() const = 0;
+};
+
+/// A declarative view, built and ready for a window.
+class HostedView {
+public:
+    virtual ~HostedView() = default;
+
+    virtual double fittingHeight(double width) = 0;  ///< in points
+};
+
+enum class PanelKind {
+    /// Without a title bar, on every desktop and above everything, over a full-screen window
+    /// too; takes neither focus nor clicks and never brings the program to the front.
+    card,
+};
+
+class Panel {
+public:
+    virtual ~Panel() = default;
+
+    virtual void setContent(std::unique_ptr<HostedView> content) = 0;
+    virtual void setContentSize(Size size) = 0;
+    virtual void setOrigin(Point origin) = 0;  ///< of the bottom left corner
+    virtual void orderFrontRegardless() = 0;   ///< shows it, whichever application is active
+    virtual void orderOut() = 0;               ///< hides it; the content stays
+
+    virtual bool isVisible() const = 0;
+};
+
+class PanelFactory {
+public:
+    virtual ~PanelFactory() = default;
+
+    virtual std::unique_ptr<Panel> makePanel(PanelKind kind) = 0;
+};
+
+/// The few touches that a toolkit's window needs from the window system, by its native id.
+class NativeWindows {
+public:
+    virtual ~NativeWindows() = default;
+
+    /// Before every showing of a window that has a title: it shall appear on every desktop
+    /// and may have the keyboard, as if the user had just asked for it.
+    virtual void prepareToShow(std::uint64_t window) = 0;
+    /// Shown: to the front and with the keyboard, whatever has it now.
+    virtual void bringToFront(std::uint64_t window) = 0;
+
+    /// Whether what is translucent in a window shows what is behind it, now.
+    virtual bool isComposited() const = 0;
+};
+
+}  // namespace nettlecap

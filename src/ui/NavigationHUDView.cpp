@@ -1,0 +1,29 @@
+#include "ui/NavigationHUDView.h"
+
+#include "ui/PictureAddress.h"
+#include "ui/QtText.h"
+
+#include <QRegularExpression>
+
+namespace nettlecap {
+
+NavigationHUDView::NavigationHUDView(NavigationCard card, NavigationHUDTextPresentation textPresentation,
+                                     double panelWidth)
+    : card_(std::move(card)), textPresentation_(std::move(textPresentation)), panelWidth_(panelWidth) {}
+
+/// Qt breaks lines at line feeds alone.
+QString NavigationHUDView::text() const {
+    static const QRegularExpression lineBreak(QStringLiteral("\\R"));
+    return qtText(textPresentation_.text).replace(lineBreak, QStringLiteral("\n"));
+}
+
+QString NavigationHUDView::caption() const {
+    return QStringLiteral("Item %1 de %2 • solte as teclas para colar").arg(card_.position).arg(card_.total);
+}
+
+QUrl NavigationHUDView::picture() const {
+    if (!isImage() || !card_.imageURL) return {};
+    return pictureAddress(pictureProvider, card_.imageURL->filename().string());
+}
+
+}  // namespace nettlecap

@@ -1,0 +1,47 @@
+import QtQuick
+
+/// The card's rounded ground within its transparent margin. Where nothing is translucent the
+/// window is cut along a line around the ground, so that the card has an edge on white too.
+Item {
+    id: root
+
+    required property bool isComposited
+
+    Rectangle {
+        anchors.fill: parent
+        visible: !root.isComposited
+        color: Theme.colors.card.rim
+    }
+
+    Repeater {
+        model: root.isComposited ? Theme.cardMargin : 0
+
+        Rectangle {
+            required property int index
+            anchors.fill: parent
+            anchors.margins: index
+            radius: Theme.cardRadius + Theme.cardMargin - index
+            color: "transparent"
+            border.width: 1
+            border.color: Theme.colors.card.shadow
+            opacity: Theme.cardShadow[index]
+        }
+    }
+
+    Rectangle {
+        anchors.fill: parent
+        anchors.margins: Theme.cardMargin
+        radius: Theme.cardRadius
+        color: Theme.colors.card.ground
+        opacity: root.isComposited ? Theme.cardOpacity : 1
+    }
+
+    Rectangle {
+        anchors.fill: parent
+        anchors.margins: Theme.cardMargin
+        radius: Theme.cardRadius
+        color: "transparent"
+        border.width: 1
+        border.color: Theme.colors.card.outline
+    }
+}

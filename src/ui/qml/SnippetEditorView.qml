@@ -1,0 +1,81 @@
+pragma ComponentBehavior: Bound
+import QtQuick
+import Nettlecap.Views as Views
+
+/// The sheet in which a saved message is written.
+FocusScope {
+    id: root
+
+    required property Views.SnippetEditorView view
+
+    implicitWidth: 440
+    implicitHeight: parts.height + 2 * parts.x
+    focus: true
+
+    Accessible.role: Accessible.Dialog
+    Accessible.name: view.heading
+
+    Keys.onEscapePressed: root.view.cancel()
+    Keys.onReturnPressed: root.view.save()
+    Keys.onEnterPressed: root.view.save()
+
+    Rectangle {
+        anchors.fill: parent
+        radius: 12
+        color: Theme.colors.controls.sheet
+        border.width: 1
+        border.color: Theme.colors.controls.border
+    }
+
+    Column {
+        id: parts
+        x: 20
+        y: 20
+        width: parent.width - 2 * x
+        spacing: 14
+
+        Text {
+            width: parent.width
+            text: root.view.heading
+            textFormat: Text.PlainText
+            wrapMode: Text.Wrap
+            font: Theme.heading
+            color: Theme.colors.controls.text
+            Accessible.role: Accessible.Heading
+            Accessible.name: text
+        }
+        PlainTextInput {
+            width: parent.width
+            focus: true
+            pasteSource: root.view.pasteSource
+            placeholder: "Título"
+            text: root.view.title
+            onEdited: root.view.title = text
+        }
+        PlainTextArea {
+            width: parent.width
+            height: 180
+            pasteSource: root.view.pasteSource
+            name: "Conteúdo"
+            initialText: root.view.content
+            onEdited: text => root.view.content = text
+        }
+        Row {
+            anchors.right: parent.right
+            spacing: 8
+
+            PushButton {
+                text: "Cancelar"
+                pressedByReturn: false
+                onPressed: root.view.cancel()
+            }
+            PushButton {
+                text: "Salvar"
+                isDefault: true
+                enabled: root.view.canSave
+                pressedByReturn: false
+                onPressed: root.view.save()
+            }
+        }
+    }
+}

@@ -1,0 +1,95 @@
+#include "platform/linux/x11/X11Windows.h"
+#include "platform/linux/x11/X11Session.h"
+
+#include <QProcess>
+
+namespace nettlecap::test {
+namespace {
+
+class X11WindowsTest : public X11SessionTest {
+protected:
+    X11WindowsTest() {
+        window.setGeometry(500, 300, 200, 150);
+        window.setFlag(Qt::WindowStaysOnTopHint);
+    }
+
+    /// As a panel does.
+    void show() {
+        windows.prepareToShow(window.winId());
+        window.show();
+        window.raise();
+        window.requestActivate();
+        windows.bringToFront(window.winId());
+    }
+    bool hasKeyboard() {
+        return waitFor([this] { return window.isActive() && user.active() == window.winId(); });
+    }
+    std::optional<std::uint32_t> number(std::string_view property) {
+        const auto question =
+            session.inquiry->askProperty(static_cast<xcb_window_t>(window.winId()), property);
+        return session.inquiry->propertyNumber(question);
+    }
+
+    QRasterWindow window;
+    X11Windows windows{*session.connection, *session.inquiry};
+};
+
+TEST_F(X11WindowsTest, AShownWindowTakesTheKeyboardFromAnotherProgram) {
+    auto& other = session.openNamed("Editor");
+    ASSERT_EQ(user.active(), other.id());
+
+    show();
+
+    EXPECT_TRUE(hasKeyboard());
+}
+
+TEST_F(X11WindowsTest, AWindowThatIsShownAlreadyTakesTheKeyboardBack) {
+    show();
+    ASSERT_TRUE(hasKeyboard());
+    session.openNamed("Editor");
+    ASSERT_NE(user.active(), window.winId());
+
+    show();
+
+    EXPECT_TRUE(hasKeyboard());
+}
+
+TEST_F(X11WindowsTest, AHiddenWindowTakesTheKeyboardAgainFromAProgramThatWasUsedMeanwhile) {
+    show();
+    ASSERT_TRUE(hasKeyboard());
+    window.hide();
+    auto& other = session.openNamed("Editor");
+    user.moveInto(other.id());
+    user.click(1);
+    user.type({key::b});
+
+    show();
+
+    EXPECT_TRUE(hasKeyboard());
+}
+
+TEST_F(X11WindowsTest, AWindowIsOnEveryDesktopEachTimeItIsShown) {
+    for (int time = 0; time < 2; ++time) {
+        show();
+        ASSERT_TRUE(hasKeyboard());
+        user.waitForManager();
+        EXPECT_EQ(number("_NET_WM_DESKTOP"), 0xFFFFFFFF);
+        window.hide();
+        ASSERT_TRUE(waitFor([this] { return user.isDesktopEmpty(); }));
+    }
+}
+
+TEST_F(X11WindowsTest, NothingIsCompositedWithoutACompositor) { EXPECT_FALSE(windows.isComposited()); }
+
+TEST_F(X11WindowsTest, KnowsACompositorThatComesAndGoes) {
+    QProcess compositor;
+    compositor.start("picom", {"--backend", "xrender", "--config", "/dev/null"});
+    EXPECT_TRUE(waitFor([this] { return windows.isComposited(); }));
+
+    compositor.terminate();
+    EXPECT_TRUE(waitFor([this] { return !windows.isComposited(); }));
+    EXPECT_TRUE(waitFor([&] { return compositor.state() == QProcess::NotRunning; }));
+}
+
+}  // namespace
+}  // namespace nettlecap::test
