@@ -79,7 +79,8 @@ Result<std::unique_ptr<LinuxPlatform>> LinuxPlatform::open() {
                                                                        .keys = parts->rawInput->keyTable(),
                                                                        .workspace = *parts->workspace,
                                                                        .entries = parts->entries,
-                                                                       .pasteboard = *parts->pasteboard});
+                                                                       .pasteboard = *parts->pasteboard,
+                                                                       .hotKeys = *parts->hotKeys});
     parts->application = std::make_unique<X11Application>(*parts->connection);
     return std::unique_ptr<LinuxPlatform>(new LinuxPlatform(std::move(parts)));
 }

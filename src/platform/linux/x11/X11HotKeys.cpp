@@ -81,6 +81,14 @@ void X11HotKeys::unregisterHotKey(HotKeyReference hotKey) {
     presses_.forget(hotKey);
 }
 
+void X11HotKeys::standAside(const HeldKeys& keys, const Task& type) {
+    if (!holdsKeyboard_ && (grabs_.keys() & keys).none()) return type();
+    grabs_.arrange({});
+    holdKeyboard(false);
+    if (table_.canAnswer()) type();  // the keys come over another connection, behind the answer
+    follow();
+}
+
 /// Its keys with its modifiers and every combination of locks. None: this keyboard cannot.
 KeyGrabs X11HotKeys::grabsFor(const HotKeyRequest& request) {
     const auto modifiers = table_.modifiersFor(flagsOf(request.modifiers));

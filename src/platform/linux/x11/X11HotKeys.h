@@ -22,6 +22,8 @@ public:
     void removeHandler(HandlerReference handler) override;
     Registered<HotKeyReference> registerHotKey(const HotKeyRequest& request) override;
     void unregisterHotKey(HotKeyReference hotKey) override;
+    /// Runs what types these keys, which then go to whoever has the keyboard, hot keys or not.
+    void standAside(const HeldKeys& keys, const Task& type);
     bool isBehind() override { return connection_->hasMoreToTell(); }
 
 private:

@@ -38,6 +38,12 @@ std::optional<HotKeyReference> X11KeyGrabs::ownerOf(const KeyGrab& grab) const {
     return owner->second;
 }
 
+HeldKeys X11KeyGrabs::keys() const {
+    HeldKeys keys;
+    for (const auto& [grab, owner] : owners_) keys.set(grab.key);
+    return keys;
+}
+
 Status X11KeyGrabs::grab(const KeyGrabs& grabs) {
     if (!table_.canAnswer()) return unanswered;
     xcb_connection_t* xcb = connection_.xcb();

@@ -38,6 +38,7 @@ public:
     void arrange(const std::map<HotKeyReference, KeyGrabs>& wanted);
 
     std::optional<HotKeyReference> ownerOf(const KeyGrab& grab) const;
+    HeldKeys keys() const;  ///< that are grabbed, with whatever modifiers
 
 private:
     Status grab(const KeyGrabs& grabs);

@@ -35,7 +35,11 @@ bool X11Keyboard::post(std::span<const KeyEvent> events) {
     if (!strokes) return false;
     // Without a text there the keys paste what the user has selected, as if typed by hand.
     if (primaryReader) parts_.pasteboard.lendAsPrimary(*primaryReader);
-    return typist_.type(*strokes);
+    HeldKeys keys;
+    for (const X11Typist::Stroke& stroke : *strokes) keys.set(stroke.key);
+    bool wasTyped = false;
+    parts_.hotKeys.standAside(keys, [&] { wasTyped = typist_.type(*strokes); });
+    return wasTyped;
 }
 
 bool X11Keyboard::isTrusted(bool) { return typist_.isAvailable(); }

@@ -2,6 +2,7 @@
 
 #include "platform/Keyboard.h"
 #include "platform/linux/x11/PasteChord.h"
+#include "platform/linux/x11/X11HotKeys.h"
 #include "platform/linux/x11/X11Pasteboard.h"
 #include "platform/linux/x11/X11Typist.h"
 #include "platform/linux/x11/X11Workspace.h"
@@ -19,6 +20,7 @@ public:
         X11Workspace& workspace;
         DesktopEntries& entries;
         X11Pasteboard& pasteboard;
+        X11HotKeys& hotKeys;
     };
 
     explicit X11Keyboard(Parts parts);

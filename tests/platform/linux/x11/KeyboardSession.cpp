@@ -25,11 +25,15 @@ KeyboardSession::KeyboardSession() {
     auto opened = X11Pasteboard::open({*session.connection, time, time, background});
     EXPECT_TRUE(opened);
     pasteboard = std::move(*opened);
+    auto keys = X11HotKeys::open();
+    EXPECT_TRUE(keys);
+    hotKeys = std::move(*keys);
     keyboard = std::make_unique<X11Keyboard>(X11Keyboard::Parts{.inquiry = *session.inquiry,
                                                                 .keys = session.raw->keyTable(),
                                                                 .workspace = *session.workspace,
                                                                 .entries = session.entries,
-                                                                .pasteboard = *pasteboard});
+                                                                .pasteboard = *pasteboard,
+                                                                .hotKeys = *hotKeys});
 }
 
 bool KeyboardSession::paste() {

@@ -37,6 +37,7 @@ public:
     FakeTime time;
     FakeBackgroundWork background{time};
     std::unique_ptr<X11Pasteboard> pasteboard;
+    std::unique_ptr<X11HotKeys> hotKeys;
     std::unique_ptr<X11Keyboard> keyboard;
 
 private:

@@ -63,11 +63,13 @@ protected:
     FakeBackgroundWork background_{time_};
     std::unique_ptr<X11Pasteboard> pasteboard_ =
         opened(X11Pasteboard::open({*connection_, time_, time_, background_}));
+    std::unique_ptr<X11HotKeys> hotKeys_ = opened(X11HotKeys::open());
     X11Keyboard keyboard_{{.inquiry = *inquiry_,
                            .keys = keys_,
                            .workspace = workspace_,
                            .entries = entries_,
-                           .pasteboard = *pasteboard_}};
+                           .pasteboard = *pasteboard_,
+                           .hotKeys = *hotKeys_}};
     OtherWindow window_{Appearance{}};
     KeyRecorder recorder_{window_};
 };

@@ -179,10 +179,10 @@ TEST_F(X11KeyboardTest, PastesWhileTheHotKeyIsStillDown) {
 
 TEST_F(X11KeyboardTest, PastesWhileTheHotKeysGrabLasts) {
     auto& editor = openRecorder("Editor");
-    DesktopUser hotKeys;
-    xcb_grab_key(hotKeys.xcb(), 0, session.connection->root(), XCB_MOD_MASK_4, digit1, XCB_GRAB_MODE_ASYNC,
+    DesktopUser grabber;
+    xcb_grab_key(grabber.xcb(), 0, session.connection->root(), XCB_MOD_MASK_4, digit1, XCB_GRAB_MODE_ASYNC,
                  XCB_GRAB_MODE_ASYNC);
-    (void)hotKeys.active();  // answered after the grab
+    (void)grabber.active();  // answered after the grab
     user.press(key::super);
     user.press(digit1);
     user.release(key::super);
@@ -383,7 +383,8 @@ TEST_F(X11KeyboardTest, IsNotTrustedByAServerWithoutXtest) {
                            .keys = session.raw->keyTable(),
                            .workspace = *session.workspace,
                            .entries = session.entries,
-                           .pasteboard = *pasteboard});
+                           .pasteboard = *pasteboard,
+                           .hotKeys = *hotKeys});
 
         EXPECT_FALSE(other.isTrusted(true));
         EXPECT_FALSE(other.post(std::array{KeyEvent{keyCode::v, modifier::command, true}}));
