@@ -121,11 +121,11 @@ void AppModel::openNettlecap() {
     windows_.searchPanel->show(ContentKind::history, *this);
 }
 
-void AppModel::checkForUpdates() {
+void AppModel::checkForUpdates() const {
     if (services_.updates) services_.updates->checkForUpdates();
 }
 
-void AppModel::openLoginItems() {
+void AppModel::openLoginItems() const {
     if (services_.loginItem) services_.loginItem->openSystemSettings();
 }
 

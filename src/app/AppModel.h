@@ -41,8 +41,8 @@ public:
     void purgeHistory();                               ///< favourites and snippets stay
     void openSettings();
     void openNettlecap();
-    void checkForUpdates();
-    void openLoginItems();          ///< in the system's own settings
+    void checkForUpdates() const;
+    void openLoginItems() const;    ///< in the system's own settings
     void setMonitoring(bool isOn);  ///< and says so in `statusMessage`
 
     bool canPaste() { return paste_.isTrusted(false); }  ///< into others; the user is not asked

@@ -44,12 +44,13 @@ MenuBarContentView::MenuBarContentView(AppModel& app, Ports ports)
     setShown(true);
     connect(&searchField_, &KeyboardSearchField::textChanged, this,
             &MenuBarContentView::handleSearchTextChange);
-    changes_ = {app_.store().entries().subscribe([this] { handleEntriesChange(); }),
-                app_.store().snippets().subscribe([this] { handleSnippetsChange(); }),
-                app_.preferences().subscribe([this] { handlePreferencesChange(); }),
-                app_.store().persistenceError().subscribe([this] { Q_EMIT persistenceErrorChanged(); }),
-                app_.statusMessage().subscribe([this] { Q_EMIT statusMessageChanged(); }),
-                app_.isMonitoring().subscribe([this] { Q_EMIT isMonitoringChanged(); })};
+    changes_.push_back(app_.store().entries().subscribe([this] { handleEntriesChange(); }));
+    changes_.push_back(app_.store().snippets().subscribe([this] { handleSnippetsChange(); }));
+    changes_.push_back(app_.preferences().subscribe([this] { handlePreferencesChange(); }));
+    changes_.push_back(
+        app_.store().persistenceError().subscribe([this] { Q_EMIT persistenceErrorChanged(); }));
+    changes_.push_back(app_.statusMessage().subscribe([this] { Q_EMIT statusMessageChanged(); }));
+    changes_.push_back(app_.isMonitoring().subscribe([this] { Q_EMIT isMonitoringChanged(); }));
 }
 
 std::unique_ptr<ClipboardEntryRow>
@@ -301,7 +302,7 @@ void MenuBarContentView::performFooterAction() {
 
 void MenuBarContentView::openSettings() { app_.openSettings(); }
 
-void MenuBarContentView::quit() { ports_.quit(); }
+void MenuBarContentView::quit() const { ports_.quit(); }
 
 QStringList MenuBarContentView::sectionTitles() const {
     QStringList titles;

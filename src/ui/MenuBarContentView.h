@@ -14,8 +14,6 @@
 
 #include <QStringList>
 
-#include <array>
-
 namespace nettlecap {
 
 /// The main view: the history or the saved messages, searched and walked through from the
@@ -80,7 +78,7 @@ public:
     Q_INVOKABLE void toggleMonitoring();
     Q_INVOKABLE void performFooterAction();
     Q_INVOKABLE void openSettings();
-    Q_INVOKABLE void quit();
+    Q_INVOKABLE void quit() const;
 
     QStringList sectionTitles() const;
     int sectionIndex() const { return static_cast<int>(section_); }
@@ -163,7 +161,7 @@ private:
     PointerTravel pointer_;
     SelectableRows<StoredEntry, ClipboardEntryRow> history_;
     SelectableRows<SavedSnippet, SnippetRow> snippets_;
-    std::array<Subscription, 6> changes_;
+    std::vector<Subscription> changes_;
     Subscription ageTimer_;
     LifetimeGuard guard_;
 };

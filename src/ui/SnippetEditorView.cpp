@@ -28,7 +28,7 @@ void SnippetEditorView::save() {
     cancel();
 }
 
-void SnippetEditorView::cancel() {
+void SnippetEditorView::cancel() const {
     const Task dismiss = actions_.dismiss;  // may destroy this view
     dismiss();
 }

@@ -40,7 +40,7 @@ public:
     void setTitle(const QString& title);
     void setContent(const QString& content);
     Q_INVOKABLE void save();  ///< and closes; nothing happens where there is no content
-    Q_INVOKABLE void cancel();
+    Q_INVOKABLE void cancel() const;
 
     QString heading() const;
     QString title() const { return title_; }

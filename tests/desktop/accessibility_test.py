@@ -1,7 +1,7 @@
 """What a mouse can do, a screen reader can do too."""
 
 import accessible
-from desktop import DesktopTest, keys, main, wait_until
+from desktop import DesktopTest, main, wait_until
 
 
 class AccessibilityTest(DesktopTest):
@@ -56,9 +56,10 @@ class AccessibilityTest(DesktopTest):
     def test_the_result_is_told(self):
         self.shown_with("o primeiro", "o segundo")
 
-        keys("Down", "Return")
+        wait_until(lambda: accessible.press("list item", "o primeiro"), "the row is pressed")
 
-        wait_until(lambda: any(accessible.names("alert")), "the status text")
+        told = "Copiado — use ⌘V para colar"
+        wait_until(lambda: told in accessible.names("alert"), "the status text")
 
 
 if __name__ == "__main__":

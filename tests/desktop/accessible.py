@@ -32,8 +32,21 @@ def _collect(node, role, found):
         pass
 
 
+def texts(application):
+    """What stands in the text fields of that program."""
+    return [
+        node.get_text(0, -1)
+        for node in nodes("text")
+        if node.get_application().get_name() == application
+    ]
+
+
 def names(role):
     return [node.get_name() for node in nodes(role)]
+
+
+def selected(role):
+    return [node.get_name() for node in nodes(role) if node.get_state_set().contains(Atspi.StateType.SELECTED)]
 
 
 def press(role, name):

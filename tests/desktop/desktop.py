@@ -16,7 +16,7 @@ import tempfile
 import time
 import unittest
 
-from Xlib import X, display
+from screen import Screen
 
 HERE = pathlib.Path(__file__).resolve().parent
 PROGRAM = os.environ["NETTLECAP_PROGRAM"]
@@ -70,42 +70,14 @@ def screenshot(name):
     run("import", "-silent", "-window", "root", str(ARTEFACTS / f"{name}.png"))
 
 
-class Screen:
-    """Asks the X server which windows are there."""
+def settled_screenshot(name):
+    """Once two pictures in a row are alike, the windows have finished drawing themselves."""
 
-    def __init__(self):
-        self.display = display.Display()
-        self.root = self.display.screen().root
+    def pixels():
+        screenshot(name)
+        return run("convert", str(ARTEFACTS / f"{name}.png"), "rgb:-")
 
-    def _property(self, window, name):
-        value = window.get_full_property(self.display.intern_atom(name), X.AnyPropertyType)
-        return None if value is None else value.value
-
-    def window(self, window_class=None, title=None):
-        """The managed window of that class (its second name) and title, if it is visible."""
-        for number in self._property(self.root, "_NET_CLIENT_LIST") or []:
-            try:
-                window = self.display.create_resource_object("window", number)
-                name = self._property(window, "_NET_WM_NAME") or b""
-                kind = window.get_wm_class() or ("", "")
-                visible = window.get_attributes().map_state == X.IsViewable
-            except Exception:  # it closed between the list and the question
-                continue
-            if visible and window_class in (None, kind[1]) and title in (None, name.decode()):
-                return window
-        return None
-
-    def active(self):
-        value = self._property(self.root, "_NET_ACTIVE_WINDOW")
-        return value[0] if value is not None and len(value) else 0
-
-    def position(self, window):
-        corner = window.translate_coords(self.root, 0, 0)
-        return -corner.x, -corner.y
-
-    def clipboard_owner(self):
-        owner = self.display.get_selection_owner(self.display.intern_atom("CLIPBOARD"))
-        return 0 if owner == X.NONE else owner.id
+    wait_until(lambda: pixels() == pixels(), "the screen stands still")
 
 
 class Nettlecap:
@@ -264,6 +236,10 @@ class Owner:
     def events(self):
         return self.log.read_text().splitlines()
 
+    def window(self):
+        """The window that owns, or owned, the clipboard for it."""
+        return next(int(event.split()[1]) for event in self.events() if event.startswith("window "))
+
     def requests(self, target):
         return self.events().count(f"asked {target}")
 
@@ -302,11 +278,9 @@ class Desktop:
         """A real program beside ours, ended with the test."""
         process = subprocess.Popen(
             command,
-            stdout=subprocess.DEVNULL,
-            stderr=subprocess.DEVNULL,
             env={**os.environ, **(environment or {})},
             start_new_session=True,
-            **options,
+            **{"stdout": subprocess.DEVNULL, "stderr": subprocess.DEVNULL, **options},
         )
         self.addCleanup(self.end, process)
         return process
@@ -328,6 +302,10 @@ class Desktop:
             f"{window_class} has the focus",
         )
         return window
+
+    def compositor(self):
+        self.client("picom", "--backend", "xrender", "--config", "/dev/null")
+        wait_until(self.screen.has_compositor, "a compositor runs")
 
     def file(self, name, content):
         path = self.folder / name

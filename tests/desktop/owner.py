@@ -8,7 +8,7 @@
   --mute TARGET         never answers for that target ("ALL": for none)
   --quit-after TARGET   ends, without a word, once it has given that target
 
-Tells on its output what happens: owned, lost, asked TARGET, gave TARGET, sent BYTES.
+Tells on its output what happens: window NUMBER, owned, lost, asked TARGET, gave TARGET, sent BYTES.
 Commands on its input: release (gives the selection up, and stays), quit.
 """
 
@@ -69,6 +69,7 @@ class Owner:
     def own(self):
         self.window.set_selection_owner(self.atom("CLIPBOARD"), X.CurrentTime)
         self.display.sync()
+        tell(f"window {self.window.id}")
         tell("owned")
 
     def release(self):

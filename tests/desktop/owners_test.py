@@ -13,6 +13,10 @@ class MortalOwnersTest(DesktopTest):
         super().setUp()
         self.program = self.nettlecap().start()
 
+    def wait_for_another_owner(self, window):
+        """Who asks an owner that is about to die waits for ever."""
+        wait_until(lambda: self.screen.clipboard_owner() not in (0, window), "another owns the clipboard")
+
     def test_a_copy_survives_an_owner_that_quits_once_it_was_read(self):
         path = self.file("text", "efêmero")
 
@@ -20,14 +24,17 @@ class MortalOwnersTest(DesktopTest):
 
         self.program.wait_for_text("efêmero")
         owner.process.wait(10)
+        self.wait_for_another_owner(owner.window())
         wait_until(lambda: self.pasted() == "efêmero".encode(), "the text can still be pasted")
 
     def test_a_copy_survives_an_owner_that_is_killed(self):
         source = self.offer("sobrevivente")
         self.program.wait_for_text("sobrevivente")
+        killed = self.screen.clipboard_owner()
 
         source.kill()
 
+        self.wait_for_another_owner(killed)
         wait_until(lambda: self.pasted() == "sobrevivente".encode(), "the text can still be pasted")
         self.assertEqual(self.program.texts(), ["sobrevivente"])
 

@@ -1,8 +1,6 @@
 """Pictures of the program for people to look at, in the artefacts folder."""
 
-import subprocess
-
-from desktop import ARTEFACTS, DesktopTest, keys, main, run, screenshot, wait_until
+from desktop import ARTEFACTS, DesktopTest, keys, main, run, settled_screenshot
 
 
 class ScreenshotsTest(DesktopTest):
@@ -38,21 +36,9 @@ class ScreenshotsTest(DesktopTest):
         self.taken("panel-with-a-row-chosen")
 
     def taken(self, name):
-        """Once two pictures in a row are alike, the window has finished drawing itself."""
-
-        def settled():
-            screenshot(name)
-            first = (ARTEFACTS / f"{name}.png").read_bytes()
-            screenshot(name)
-            return pixels(first) == pixels((ARTEFACTS / f"{name}.png").read_bytes())
-
-        wait_until(settled, "the screen stands still")
+        settled_screenshot(name)
         colours = run("identify", "-format", "%k", str(ARTEFACTS / f"{name}.png"))
         self.assertGreater(int(colours), 100)
-
-
-def pixels(png):
-    return subprocess.run(["convert", "png:-", "rgb:-"], input=png, capture_output=True, check=True).stdout
 
 
 if __name__ == "__main__":

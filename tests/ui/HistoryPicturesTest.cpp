@@ -140,6 +140,19 @@ TEST_F(CardPicturesTest, FitsAHighPictureIntoTheHeight) {
     EXPECT_TRUE(isClear(image, 190, 120) && isClear(image, 246, 120));
 }
 
+TEST_F(CardPicturesTest, LeavesNoSliversBesideAPictureOfAWideScreen) {
+    const QImage image = shown({1920, 1080});
+
+    EXPECT_TRUE(isRed(image, 0, 120) && isRed(image, 435, 120));
+}
+
+TEST_F(CardPicturesTest, CutsNothingOffAPictureThatLeavesMoreThanSlivers) {
+    const QImage image = shown({410, 240});
+
+    EXPECT_TRUE(isClear(image, 11, 120) && isClear(image, 424, 120));
+    EXPECT_TRUE(isRed(image, 15, 120) && isRed(image, 420, 120));
+}
+
 TEST_F(CardPicturesTest, EnlargesASmallPictureToTheBox) {
     const QImage image = shown({10, 10});
 

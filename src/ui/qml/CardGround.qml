@@ -33,7 +33,6 @@ Item {
         anchors.margins: Theme.cardMargin
         radius: Theme.cardRadius
         color: Theme.colors.card.ground
-        opacity: root.isComposited ? Theme.cardOpacity : 1
     }
 
     Rectangle {

@@ -21,10 +21,9 @@ Item {
 
         Rectangle {
             anchors.fill: parent
-            visible: !root.isMissing
             radius: Theme.cardPictureRadius
             color: "black"
-            opacity: 0.12
+            opacity: root.isMissing ? 0.04 : 0.12
         }
 
         Image {
@@ -39,7 +38,6 @@ Item {
 
         Rectangle {
             anchors.fill: parent
-            visible: !root.isMissing
             radius: Theme.cardPictureRadius
             color: "transparent"
             border.width: 1

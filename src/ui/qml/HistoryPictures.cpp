@@ -29,9 +29,18 @@ QImage decoded(const QString& file) {
     return reader.read();
 }
 
+/// A picture that would leave no more than slivers of its box free, such as one of a wide
+/// screen, fills it.
+bool nearlyFills(QSize picture, QSize box) {
+    constexpr double sliver = 0.04;  // of the box
+    const QSizeF fitted = QSizeF(picture).scaled(box, Qt::KeepAspectRatio);
+    return fitted.width() >= box.width() * (1 - sliver) && fitted.height() >= box.height() * (1 - sliver);
+}
+
 QImage shaped(const QImage& picture, QSize size, HistoryPictures::Use use) {
     const bool isTile = use == HistoryPictures::Use::tile;
-    const QImage scaled = picture.scaled(size, isTile ? Qt::KeepAspectRatioByExpanding : Qt::KeepAspectRatio,
+    const bool fills = isTile || nearlyFills(picture.size(), size);
+    const QImage scaled = picture.scaled(size, fills ? Qt::KeepAspectRatioByExpanding : Qt::KeepAspectRatio,
                                          Qt::SmoothTransformation);
     QImage result(size, QImage::Format_ARGB32_Premultiplied);
     result.fill(Qt::transparent);

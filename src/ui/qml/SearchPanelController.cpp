@@ -9,7 +9,7 @@ constexpr QSize panelSize(430, 560);
 }  // namespace
 
 SearchPanelController::SearchPanelController(Collaborators with, Task wasHidden)
-    : with_(with), wasHidden_(std::move(wasHidden)) {}
+    : with_(std::move(with)), wasHidden_(std::move(wasHidden)) {}
 
 void SearchPanelController::show(ContentKind content, AppModel& app) {
     if (content != ContentKind::history) return;  // there is no other yet

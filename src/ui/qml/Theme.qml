@@ -105,7 +105,6 @@ QtObject {
     readonly property int cardMargin: 4
     readonly property int cardPadding: 18
     readonly property int cardRadius: 16
-    readonly property real cardOpacity: 0.96
     readonly property var cardShadow: [0.03, 0.06, 0.1, 0.18]  // from the outside in
     readonly property int cardGap: 14
     readonly property int cardTextSpacing: 4

@@ -40,10 +40,15 @@ Result<std::unique_ptr<X11HotKeys>> X11HotKeys::open() {
 X11HotKeys::X11HotKeys(std::unique_ptr<X11Connection> connection)
     : connection_(std::move(connection)), table_(*connection_), grabs_(*connection_, table_),
       presses_([this](HotKeyReference hotKey, std::uint32_t kind) { tell(hotKey, kind); }),
-      watching_(std::make_unique<QTimer>()) {
+      watching_(std::make_unique<QTimer>()), settling_(std::make_unique<QTimer>()) {
     presses_.setRepeatClear(table_.isAvailable() && makeRepeatClear(*connection_));
     watching_->setSingleShot(true);
     watching_->callOnTimeout([this] { look(); });
+    settling_->setSingleShot(true);
+    settling_->callOnTimeout([this] {
+        presses_.settle();
+        watchHeld();
+    });
     events_ = connection_->onEvent([this](const xcb_generic_event_t& event) { receive(event); });
     changes_ = table_.onChange([this] { follow(); });
 }
@@ -153,14 +158,10 @@ void X11HotKeys::watchHeld() {
 void X11HotKeys::settleLater() {
     // What belongs to the release was sent with it, before this answer.
     using Answer = xcb_get_input_focus_reply_t;
-    const auto settle = [this, release = ++releases_] {
-        if (release != releases_) return;
-        presses_.settle();
-        watchHeld();
-    };
+    settling_->stop();
     connection_->await<Answer>(xcb_get_input_focus(connection_->xcb()).sequence,
-                               guard_([this, settle](const Answer*) {
-                                   QTimer::singleShot(0, watching_.get(), settle);  // events first
+                               guard_([this, release = ++releases_](const Answer*) {
+                                   if (release == releases_) settling_->start(0);  // events first
                                }));
 }
 

@@ -51,6 +51,7 @@ private:
     bool holdsKeyboard_ = false;
     bool isLooking_ = false;
     std::unique_ptr<QTimer> watching_;
+    std::unique_ptr<QTimer> settling_;
     Subscription events_;
     Subscription changes_;
     LifetimeGuard guard_;

@@ -14,6 +14,7 @@ struct KeyGrab {
     xcb_keycode_t key = 0;
     std::uint16_t modifiers = 0;
 
+    // NOLINTNEXTLINE(modernize-use-nullptr): clang-tidy 14 means the 0 of a rewritten comparison
     auto operator<=>(const KeyGrab&) const = default;
 };
 

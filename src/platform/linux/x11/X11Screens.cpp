@@ -95,6 +95,7 @@ std::vector<X11Screens::Reserved> X11Screens::reserved() const {
     const auto clients = numbers(inquiry_.askProperty(inquiry_.root(), "_NET_CLIENT_LIST"));
     const auto root = inquiry_.reply<xcb_get_geometry_reply_t>(sizeQuestion);
     std::vector<std::pair<unsigned, unsigned>> questions;
+    questions.reserve(clients.size());
     for (const xcb_window_t client : clients)
         questions.emplace_back(inquiry_.askProperty(client, "_NET_WM_STRUT_PARTIAL"),
                                inquiry_.askProperty(client, "_NET_WM_STRUT"));

@@ -1,0 +1,129 @@
+"""How long it takes from a hot key's press to what it asks for on the screen: the real
+program on a virtual desktop, pressed and looked at through the X server. A number in the
+table is the time until one pixel, asked for again and again, has changed."""
+
+import contextlib
+import os
+import pathlib
+import statistics
+import sys
+import time
+
+sys.path.insert(0, str(pathlib.Path(__file__).resolve().parents[1] / "tests" / "desktop"))
+
+from desktop import Desktop, run, wait_until  # noqa: E402
+from ground import COLOUR, Ground  # noqa: E402
+from hot_keys import NEWER, OLDER, SEARCH  # noqa: E402
+from keyboard import SUPER, Keyboard  # noqa: E402
+
+ROUNDS = 20
+FRAME = 1000 / 60  # ms
+MAGENTA = (255, 0, 255)
+# Of 3840x2160: as drawings are, and as photographs are at worst.
+PICTURES = {
+    "smooth": ("-size", "3840x2160", "gradient:navy-gold"),
+    "noisy": ("-size", "960x540", "plasma:navy-gold", "-resize", "3840x2160"),
+}
+
+
+class Benchmark(contextlib.ExitStack, Desktop):
+    def addCleanup(self, function, *arguments, **options):
+        self.callback(function, *arguments, **options)
+
+    def measure(self):
+        self.open()
+        self.keyboard = Keyboard()
+        self.addCleanup(self.keyboard.close)
+        self.program = self.nettlecap().start()
+        self.ground = Ground(self)
+        left, top, width, height = self.screen.work_area()
+        self.edge = left + width // 2, top + height - 110 - 12  # of every card, above its bottom
+        self.middle = left + width // 2, top + height - 110 - 330 + 22 + 120  # of a card's picture
+
+        self.report("one look at a pixel", self.looks())
+        self.copy("um texto", "por cima")
+        self.report("press to card, text", self.card(self.see_card), FRAME)
+        for name, source in PICTURES.items():
+            path = self.copy_picture(name, source)
+            floor = [float(line) for line in run(os.environ["NETTLECAP_DECODE_PICTURE"], str(path)).split()]
+            self.report(f"bare decode, {name} picture of {path.stat().st_size / 1e6:.1f} MB", floor)
+            self.report(f"press to card, {name} picture: the card", self.card(self.see_card), FRAME)
+            whole = self.card(self.see_picture)
+            self.report(f"press to card, {name} picture: with it", whole, statistics.median(floor) + FRAME)
+        self.report("press to panel, warm", self.panel(), 50)
+
+    def looks(self):
+        return [self.see(time.monotonic(), self.edge, lambda it: True) for _ in range(ROUNDS)]
+
+    def see(self, since, place, wanted):
+        while not wanted(self.screen.colour(*place)):
+            if time.monotonic() > since + 10:
+                raise AssertionError(f"at {place} there is {self.screen.colour(*place)}")
+            time.sleep(0.0005)  # the program needs the processors, too
+        return (time.monotonic() - since) * 1000
+
+    def see_card(self, since):
+        return self.see(since, self.edge, lambda it: it != COLOUR)
+
+    def see_picture(self, since):
+        return self.see(since, self.middle, lambda it: it == MAGENTA)
+
+    def card(self, seen):
+        """Of a history's second entry; each round is a gesture of its own."""
+        times = []
+        for _ in range(ROUNDS):
+            with self.gesture():
+                times.append(seen(self.keyboard.down(OLDER)))
+                self.keyboard.up(OLDER)
+            with self.gesture():
+                self.keyboard.tap(NEWER)  # back, so that the next step arrives there again
+        return times
+
+    @contextlib.contextmanager
+    def gesture(self):
+        with self.keyboard.holding(SUPER):
+            yield
+            before = self.ground.listen().keys
+        wait_until(lambda: self.ground.listen().keys >= before + 2, "Ctrl+V is typed")
+        wait_until(lambda: self.screen.colour(*self.edge) == COLOUR, "the card is gone")
+
+    def panel(self):
+        self.keyboard.chord(*SEARCH)
+        panel = self.program.wait_for_panel()
+        x, y = self.screen.position(panel)
+        geometry = panel.get_geometry()
+        middle = x + geometry.width // 2, y + geometry.height // 2
+        times = []
+        for _ in range(ROUNDS):
+            self.program.wait_for_panel()  # as the window manager has it, too
+            self.program.close_panel()
+            wait_until(lambda: self.screen.colour(*middle) == COLOUR, "the panel is gone")
+            with self.keyboard.holding(*SEARCH[:-1]):
+                times.append(self.see(self.keyboard.down(SEARCH[-1]), middle, lambda it: it != COLOUR))
+                self.keyboard.up(SEARCH[-1])
+        return times
+
+    def copy(self, *texts):
+        for text in texts:
+            self.offer(text)
+            self.program.wait_for_text(text)
+
+    def copy_picture(self, name, source):
+        """With a patch in the middle that can be known again."""
+        path = self.folder / f"{name}.png"
+        patch = "rectangle 1600,900 2240,1260"
+        run("convert", *source, "-fill", "magenta", "-draw", patch, "-depth", "8", f"png24:{path}")
+        self.offer(path.read_bytes(), "image/png")
+        self.program.wait_for_image()
+        self.copy(f"por cima da figura {name}")
+        return path
+
+    def report(self, what, times, to_reach=None):
+        quick, middle, slow = min(times), statistics.median(times), max(times)
+        goal = f"{to_reach:9.1f}" if to_reach else ""
+        print(f"{what:<42}{quick:9.1f}{middle:9.1f}{slow:9.1f}{goal}", flush=True)
+
+
+print(f"{'ms':<42}{'least':>9}{'median':>9}{'most':>9}{'to reach':>9}")
+with Benchmark() as benchmark:
+    benchmark.measure()
