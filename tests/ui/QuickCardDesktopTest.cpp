@@ -20,6 +20,8 @@ using Owned = std::unique_ptr<Reply, FreeReply>;
 /// The card above another program's window, which is in front.
 class QuickCardDesktopTest : public testing::Test {
 protected:
+    static void SetUpTestSuite() { QQuickWindow::setGraphicsApi(QSGRendererInterface::Software); }
+
     QuickCardDesktopTest() {
         const std::uint32_t presses = XCB_EVENT_MASK_BUTTON_PRESS;
         xcb_change_window_attributes(other.xcb(), other.id(), XCB_CW_EVENT_MASK, &presses);
