@@ -4,14 +4,13 @@
 #include "platform/linux/PosixFileSystem.h"
 #include "platform/linux/SingleInstance.h"
 #include "ui/NavigationHUDController.h"
-#include "ui/SearchPanelController.h"
 #include "ui/qml/AppIcon.h"
 #include "ui/qml/QuickPanels.h"
 #include "ui/qml/QuickViewFactory.h"
+#include "ui/qml/SearchPanelController.h"
 
 #include <QClipboard>
 #include <QGuiApplication>
-#include <QQuickWindow>
 #include <QSessionManager>
 #include <cstdio>
 #include <cstdlib>
@@ -62,9 +61,8 @@ AppModel::Windows makeWindows(LinuxPlatform& backend, PanelFactory& panels, View
                                                        .text = platform.text,
                                                        .pasteboard = platform.pasteboard,
                                                        .quit = [] { QCoreApplication::exit(); }},
-                                             .panels = panels,
-                                             .screens = backend.screens(),
-                                             .views = views},
+                                             .views = views,
+                                             .windows = backend.windows()},
         releaseMemory);
     return {.hud = std::move(hud), .searchPanel = std::move(searchPanel)};
 }
@@ -72,7 +70,7 @@ AppModel::Windows makeWindows(LinuxPlatform& backend, PanelFactory& panels, View
 int run(LinuxPlatform& backend, const SingleInstance& instance) {
     const Platform platform = backend.platform();
     QuickViewFactory views(ClipboardStore::defaultImagesDirectory(platform.files));
-    QuickPanels panels(backend.windows(), backend.screens());
+    QuickPanels panels(backend.windows());
     AppModel app(platform, makeWindows(backend, panels, views), {});
     const auto activations = instance.onActivate([&app] { app.openNettlecap(); });
     const auto loss = backend.onLost([] {

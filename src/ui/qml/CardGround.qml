@@ -6,7 +6,6 @@ Item {
     id: root
 
     required property bool isComposited
-    property real radius: Theme.cardRadius
 
     Rectangle {
         anchors.fill: parent
@@ -21,7 +20,7 @@ Item {
             required property int index
             anchors.fill: parent
             anchors.margins: index
-            radius: root.radius + Theme.cardMargin - index
+            radius: Theme.cardRadius + Theme.cardMargin - index
             color: "transparent"
             border.width: 1
             border.color: Theme.colors.card.shadow
@@ -32,14 +31,14 @@ Item {
     Rectangle {
         anchors.fill: parent
         anchors.margins: Theme.cardMargin
-        radius: root.radius
+        radius: Theme.cardRadius
         color: Theme.colors.card.ground
     }
 
     Rectangle {
         anchors.fill: parent
         anchors.margins: Theme.cardMargin
-        radius: root.radius
+        radius: Theme.cardRadius
         color: "transparent"
         border.width: 1
         border.color: Theme.colors.card.outline

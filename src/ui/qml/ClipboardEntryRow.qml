@@ -4,40 +4,49 @@ import Nettlecap
 import Nettlecap.Views as Views
 
 /// One entry: what it is, its text on one line, where it came from and when.
-ListRow {
+Item {
     id: root
 
-    required property Views.ClipboardEntryRow row  // goes a little sooner than what shows it
+    required property Views.ClipboardEntryRow row
 
-    readonly property bool isFavorite: row?.isFavorite ?? false
+    readonly property bool isSelected: row.isKeyboardSelected
+    readonly property bool isActive: Window.active
+    readonly property RowColors colors: !isSelected ? Theme.colors.row : isActive ? Theme.colors.selectedRow : Theme.colors.inactiveSelectedRow
 
-    isSelected: row?.isKeyboardSelected ?? false
-    onPressed: clickCount => root.row.handleRowClick(clickCount)
-    onPointerCame: place => root.row.pointerAt(place)
-    onPointerLeft: root.row?.pointerLeft()
-    onVisibleChanged: if (!visible) root.row?.disappear()
-    Component.onDestruction: root.row?.disappear()
+    implicitHeight: Theme.tileSide + 2 * Theme.rowPadding
 
-    Accessible.name: row?.summary ?? ""
+    Accessible.role: Accessible.ListItem
+    Accessible.name: row.summary
     Accessible.description: source.text + age.text
+    Accessible.selectable: true
+    Accessible.selected: isSelected
+    Accessible.focusable: true
+    Accessible.focused: activeFocus
+    Accessible.onPressAction: root.row.handleRowClick(1)
+
+    Rectangle {
+        anchors.fill: parent
+        radius: Theme.rowRadius
+        color: tap.pressed ? root.colors.pressed : hover.hovered ? root.colors.hovered : root.colors.ground
+    }
 
     EntryTile {
         id: tile
         x: Theme.rowPadding
         y: Theme.rowPadding
-        symbol: root.row?.symbol ?? ""
-        thumbnail: root.row?.thumbnail ?? ""
+        symbol: root.row.symbol
+        thumbnail: root.row.thumbnail
     }
 
     Text {
         id: summary
         anchors.left: tile.right
         anchors.leftMargin: Theme.gap
-        anchors.right: star.left
-        anchors.rightMargin: 4
+        anchors.right: star.visible ? star.left : parent.right
+        anchors.rightMargin: Theme.gap
         anchors.bottom: tile.verticalCenter
         anchors.bottomMargin: 1
-        text: root.row?.summary ?? ""
+        text: root.row.summary
         textFormat: Text.PlainText
         elide: Text.ElideRight
         maximumLineCount: 1
@@ -54,7 +63,7 @@ ListRow {
         anchors.topMargin: 2
         width: Math.min(implicitWidth, summary.width - age.implicitWidth)
         horizontalAlignment: Text.AlignLeft
-        text: root.row?.sourceApplication ?? ""
+        text: root.row.sourceApplication
         textFormat: Text.PlainText
         elide: Text.ElideRight
         maximumLineCount: 1
@@ -67,29 +76,30 @@ ListRow {
         id: age
         x: source.x + source.contentWidth
         anchors.baseline: source.baseline
-        text: source.divider + (root.row?.age ?? "")
+        text: source.divider + root.row.age
         textFormat: Text.PlainText
         font: Theme.caption
         color: root.colors.caption
         Accessible.ignored: true
     }
 
-    FlatButton {
+    Symbol {
         id: star
         anchors.right: parent.right
-        anchors.rightMargin: 4
+        anchors.rightMargin: Theme.gap
         anchors.verticalCenter: parent.verticalCenter
-        activeFocusOnTab: false
-        symbol: root.row?.favoriteSymbol ?? ""
-        symbolInk: root.isFavorite ? root.colors.favorite : root.isHovered || root.isSelected ? root.colors.caption : "transparent"
-        wash: root.colors.pressed
-        help: root.row?.favoriteLabel ?? ""
-        onPressed: root.row.toggleFavorite()
+        width: 14
+        height: 14
+        visible: root.row.isFavorite
+        name: "star.fill"
+        color: root.colors.favorite
     }
 
-    PreviewHost {
-        anchor: root
-        preview: root.row?.preview ?? null
-        row: root.row
+    HoverHandler { id: hover }
+
+    TapHandler {
+        id: tap
+        onSingleTapped: root.row.handleRowClick(1)
+        onDoubleTapped: root.row.handleRowClick(2)
     }
 }

@@ -4,17 +4,15 @@
 
 namespace nettlecap {
 
-/// Makes panels of Qt Quick, which must not outlive what it is given.
+/// Makes panels of Qt Quick. `windows` must outlive them.
 class QuickPanels final : public PanelFactory {
 public:
-    QuickPanels(NativeWindows& windows, const Screens& screens) : windows_(windows), screens_(screens) {}
+    explicit QuickPanels(const NativeWindows& windows) : windows_(windows) {}
 
     std::unique_ptr<Panel> makePanel(PanelKind kind) override;
-    std::unique_ptr<TitledPanel> makeTitledPanel() override;
 
 private:
-    NativeWindows& windows_;
-    const Screens& screens_;
+    const NativeWindows& windows_;
 };
 
 }  // namespace nettlecap
