@@ -42,7 +42,12 @@ SelectionReader::SelectionReader(SelectionPorts ports, Request request, std::fun
     putOffDeadline();
 }
 
-SelectionReader::~SelectionReader() { xcb_destroy_window(ports_.connection.xcb(), window_); }
+SelectionReader::~SelectionReader() {
+    if (isOver_)
+        xcb_destroy_window(ports_.connection.xcb(), window_);
+    else
+        ports_.connection.destroyOnceAnswered(window_);
+}
 
 void SelectionReader::hurry() {
     patience_ = hurriedStepPatience;
@@ -150,6 +155,7 @@ void SelectionReader::finish(Ending ending) {
     if (!handler) return;
     deadline_.clear();
     events_.reset();
+    isOver_ = ending == Ending::arrived || ending == Ending::refused;
     Outcome outcome{.ending = ending};
     if (ending == Ending::arrived) {
         if (bytes_.capacity() / 2 > bytes_.size()) bytes_.shrink_to_fit();

@@ -54,6 +54,7 @@ private:
     xcb_atom_t property_;
     unsigned sequence_ = 0;
     bool answered_ = false;
+    bool isOver_ = false;  // the owner has nothing more to write
     bool inPieces_ = false;
     bool reading_ = false;
     bool anotherPiece_ = false;  // told while the last one was being read

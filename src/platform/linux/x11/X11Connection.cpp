@@ -11,6 +11,7 @@ namespace nettlecap {
 namespace {
 
 constexpr std::chrono::milliseconds serverPatience(1000);
+constexpr std::size_t mostUnanswered = 256;  // windows, each a few hundred bytes in the server
 
 std::string describe(int error) {
     switch (error) {
@@ -79,6 +80,7 @@ void X11Connection::drain() {
     do {
         while (const Event event = nextEvent()) {
             deliverReplies();
+            destroyIfAnswered(*event);
             event_.emit(*event);
         }
         deliverReplies();
@@ -86,6 +88,19 @@ void X11Connection::drain() {
     } while (readEvents());
     xcb_flush(xcb_);
     endWhenLost();
+}
+
+void X11Connection::destroyOnceAnswered(xcb_window_t window) {
+    unanswered_.push_back(window);
+    if (unanswered_.size() <= mostUnanswered) return;
+    xcb_destroy_window(xcb_, unanswered_.front());
+    unanswered_.pop_front();
+}
+
+void X11Connection::destroyIfAnswered(const xcb_generic_event_t& event) {
+    if ((event.response_type & 0x7F) != XCB_SELECTION_NOTIFY) return;
+    const auto window = reinterpret_cast<const xcb_selection_notify_event_t&>(event).requestor;
+    if (std::erase(unanswered_, window) > 0) xcb_destroy_window(xcb_, window);
 }
 
 X11Connection::Event X11Connection::nextEvent() {

@@ -36,6 +36,11 @@ public:
     X11Atoms& atoms() { return atoms_; }
     bool isLost() const { return lost_; }
 
+    /// Of a window that asked an owner for a selection and no longer waits: a program that
+    /// answers a window that is gone may end of it, as Xlib has it by default. It goes once it
+    /// is answered, or when many others have been given up after it.
+    void destroyOnceAnswered(xcb_window_t window);
+
     /// Requests leave by themselves before the main loop sleeps; this sends them at once.
     void flush() { xcb_flush(xcb_); }
 
@@ -77,6 +82,7 @@ private:
     void awaitAny(unsigned sequence, ReplyHandler handler);
     void* waitForAny(unsigned sequence);
     bool readEvents();
+    void destroyIfAnswered(const xcb_generic_event_t& event);
     Event nextEvent();
     void drain();
     void deliverReplies();
@@ -88,6 +94,7 @@ private:
     X11Atoms atoms_;
     xcb_window_t clockWindow_;
     std::deque<Event> readAhead_;
+    std::deque<xcb_window_t> unanswered_;
     std::map<std::uint64_t, std::pair<unsigned, ReplyHandler>> awaited_;  // in the order of await()
     std::uint64_t awaitedCount_ = 0;
     bool lost_ = false;

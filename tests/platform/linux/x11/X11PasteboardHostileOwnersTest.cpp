@@ -53,6 +53,25 @@ TEST_F(X11PasteboardHostileOwnersTest, GivesUpOnAnOwnerThatAnswersTargetsOnly) {
     EXPECT_EQ(text(), std::nullopt);
 }
 
+/// Xlib ends a program that answers a window that is gone.
+TEST_F(X11PasteboardHostileOwnersTest, LetsAnOwnerAnswerThatNobodyWaitsForAnyMore) {
+    TestOwner::Request late{};
+    auto& program = textOwner([&](TestOwner&, const TestOwner::Request& request) { late = request; });
+    program.own();
+    ASSERT_TRUE(world.waitFor([&] { return program.asked("UTF8_STRING") == 1; }));
+    expectTheNextCopyIsCaptured();
+    const auto isThere = [&] {
+        const auto question = xcb_get_geometry(program.xcb(), late.requestor);
+        return X11Reply<xcb_get_geometry_reply_t>(xcb_get_geometry_reply(program.xcb(), question, nullptr)) !=
+               nullptr;
+    };
+    EXPECT_TRUE(isThere());
+
+    program.putAndTell(late, "UTF8_STRING", 8, "late");
+
+    EXPECT_TRUE(world.waitFor([&] { return !isThere(); }));
+}
+
 TEST_F(X11PasteboardHostileOwnersTest, TriesThePictureOfAnOwnerThatIsMuteAboutItsText) {
     auto& program = owner();
     program.mute("UTF8_STRING");
