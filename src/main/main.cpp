@@ -4,13 +4,14 @@
 #include "platform/linux/PosixFileSystem.h"
 #include "platform/linux/SingleInstance.h"
 #include "ui/NavigationHUDController.h"
+#include "ui/SearchPanelController.h"
 #include "ui/qml/AppIcon.h"
 #include "ui/qml/QuickPanels.h"
 #include "ui/qml/QuickViewFactory.h"
-#include "ui/qml/SearchPanelController.h"
 
 #include <QClipboard>
 #include <QGuiApplication>
+#include <QQuickWindow>
 #include <QSessionManager>
 #include <cstdio>
 #include <cstdlib>
@@ -61,8 +62,9 @@ AppModel::Windows makeWindows(LinuxPlatform& backend, PanelFactory& panels, View
                                                        .text = platform.text,
                                                        .pasteboard = platform.pasteboard,
                                                        .quit = [] { QCoreApplication::exit(); }},
-                                             .views = views,
-                                             .windows = backend.windows()},
+                                             .panels = panels,
+                                             .screens = backend.screens(),
+                                             .views = views},
         releaseMemory);
     return {.hud = std::move(hud), .searchPanel = std::move(searchPanel)};
 }
@@ -70,7 +72,7 @@ AppModel::Windows makeWindows(LinuxPlatform& backend, PanelFactory& panels, View
 int run(LinuxPlatform& backend, const SingleInstance& instance) {
     const Platform platform = backend.platform();
     QuickViewFactory views(ClipboardStore::defaultImagesDirectory(platform.files));
-    QuickPanels panels(backend.windows());
+    QuickPanels panels(backend.windows(), backend.screens());
     AppModel app(platform, makeWindows(backend, panels, views), {});
     const auto activations = instance.onActivate([&app] { app.openNettlecap(); });
     const auto loss = backend.onLost([] {

@@ -23,6 +23,12 @@ struct Rect {
     Point origin;
     Size size;
 
+    /// Its left and bottom edges are in it, the others are not.
+    bool contains(Point point) const {
+        return point.x >= origin.x && point.x < origin.x + size.width && point.y >= origin.y &&
+               point.y < origin.y + size.height;
+    }
+
     bool operator==(const Rect&) const = default;
 };
 
@@ -41,6 +47,7 @@ public:
     /// there is no screen at all, or the system names none.
     virtual std::optional<Screen> main() const = 0;
     virtual std::vector<Screen> all() const = 0;
+    virtual Point pointerLocation() const = 0;
 };
 
 /// A declarative view, built and ready for a window.
@@ -70,11 +77,27 @@ public:
     virtual bool isVisible() const = 0;
 };
 
+/// A panel with a title bar, above ordinary windows and on every desktop, whichever
+/// application is active. Escape, where the content leaves it alone, and the button that
+/// closes it order it out and destroy nothing.
+class TitledPanel : public Panel {
+public:
+    virtual void setTitle(std::string_view title) = 0;
+    virtual void center() = 0;                ///< where the system thinks best
+    virtual void makeKeyAndOrderFront() = 0;  ///< with the keyboard: activates the application
+    /// At once, and with all that was kept for it: not to be called by the content.
+    virtual void dropContent() = 0;
+
+    /// By whatever ordered it out. The content may be in the middle of an event.
+    [[nodiscard]] virtual Subscription onOrderedOut(Task handler) = 0;
+};
+
 class PanelFactory {
 public:
     virtual ~PanelFactory() = default;
 
     virtual std::unique_ptr<Panel> makePanel(PanelKind kind) = 0;
+    virtual std::unique_ptr<TitledPanel> makeTitledPanel() = 0;
 };
 
 /// The few touches that a toolkit's window needs from the window system, by its native id.

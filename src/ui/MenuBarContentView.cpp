@@ -182,13 +182,17 @@ void MenuBarContentView::show(MainSection section) {
 bool MenuBarContentView::moveCurrentSelection(int offset) {
     const auto target = isHistory() ? history_.target(offset) : snippets_.target(offset);
     if (!target) return false;
-    if (isHistory()) {
-        selectHistoryRow(history_.keyAt(*target));
-        app_.setNavigationEntryID(filteredEntries()[*target]->id);
-    } else {
-        selectSnippetRow(snippets_.keyAt(*target));
-    }
+    selectRow(static_cast<int>(*target));
     return true;
+}
+
+void MenuBarContentView::selectRow(int index) {
+    const RowList& rows = *(isHistory() ? historyRows() : snippetRows());
+    if (index < 0 || index >= rows.rowCount()) return;
+    const RowKey key = rows.keys()[static_cast<std::size_t>(index)];
+    if (!isHistory()) return selectSnippetRow(key);
+    selectHistoryRow(key);
+    app_.setNavigationEntryID(key.id);
 }
 
 void MenuBarContentView::selectHistoryRow(const RowKey& key) {

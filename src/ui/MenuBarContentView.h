@@ -65,6 +65,7 @@ public:
     Q_INVOKABLE void showSection(int index);
     /// False: there is nothing to select.
     Q_INVOKABLE bool moveCurrentSelection(int offset);
+    Q_INVOKABLE void selectRow(int index);  ///< of the list that is shown
     /// Pastes the selected item, or the top one if none is selected. False: there is none.
     Q_INVOKABLE bool pasteSelectedItem();
     /// Asks whether to delete. False: no row of the history is selected.

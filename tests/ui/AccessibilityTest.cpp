@@ -25,8 +25,10 @@ protected:
     }
 
     void show() {
-        panel.setContent(views.menuBarContent(
-            std::make_unique<MenuBarContentView>(history.app, contentPorts(history.fake))));
+        MenuBarContentView::Ports ports = contentPorts(history.fake);
+        ports.quit = [this] { ++quits; };
+        panel.setContent(views.menuBarContent(std::make_unique<MenuBarContentView>(history.app, ports)));
+        panel.setContentSize({430, 560});
         panel.makeKeyAndOrderFront();
         ASSERT_TRUE(QTest::qWaitForWindowActive(&panel));
     }
@@ -42,10 +44,22 @@ protected:
         return nullptr;
     }
 
+    static void act(QAccessibleInterface* control, const QString& action) {
+        ASSERT_NE(control, nullptr);
+        ASSERT_TRUE(control->actionInterface()->actionNames().contains(action));
+        control->actionInterface()->doAction(action);
+    }
+    void press(QAccessible::Role role, const QString& name) {
+        SCOPED_TRACE(name.toStdString());
+        act(find(role, name), QAccessibleActionInterface::pressAction());
+    }
+
     HistoryOnFakes history;
+    int quits = 0;
     QuickViewFactory views{history.app.store().imagesDirectory()};
     FakeNativeWindows native;
-    QuickPanel panel{{430, 560}, native};
+    FakeScreens screens;
+    QuickPanel panel{native, screens};
 };
 
 TEST_F(AccessibilityTest, RowsAreItemsOfAListWithNamesAndDescriptions) {
@@ -79,7 +93,7 @@ TEST_F(AccessibilityTest, PressingARowCopiesIt) {
     EXPECT_EQ(history.fake.pasteboard.string(pasteboardType::text), "dois");
 }
 
-TEST_F(AccessibilityTest, TheSelectedRowSaysSoAndHasTheFocus) {
+TEST_F(AccessibilityTest, TheSelectedRowSaysSo) {
     history.add("um", 1min);
     show();
     QAccessibleInterface* row = find(QAccessible::ListItem, "um");
@@ -89,8 +103,106 @@ TEST_F(AccessibilityTest, TheSelectedRowSaysSoAndHasTheFocus) {
     QTest::keyClick(&panel, Qt::Key_Down);
 
     EXPECT_TRUE(row->state().selected);
-    EXPECT_TRUE(row->state().focused);
-    EXPECT_EQ(panel.activeFocusItem(), row->object());
+}
+
+TEST_F(AccessibilityTest, ARowThatIsGivenTheFocusIsSelectedAndTheSearchFieldKeepsTheKeyboard) {
+    history.add("um", 1min);
+    const ClipboardEntry second = history.add("dois", 2min);
+    show();
+
+    act(find(QAccessible::ListItem, "dois"), QAccessibleActionInterface::setFocusAction());
+
+    EXPECT_TRUE(find(QAccessible::ListItem, "dois")->state().selected);
+    EXPECT_EQ(history.app.navigationEntryID(), second.id);
+    EXPECT_TRUE(find(QAccessible::EditableText, "Buscar no histórico")->state().focused);
+}
+
+TEST_F(AccessibilityTest, TheMenuOfARowIsOpenedAndUsed) {
+    history.add("um", 1min);
+    show();
+
+    act(find(QAccessible::ListItem, "um"), QAccessibleActionInterface::toggleAction());
+    ASSERT_NE(find(QAccessible::PopupMenu, ""), nullptr);
+    press(QAccessible::MenuItem, "Favoritar");
+
+    EXPECT_TRUE(history.app.store().entries()->front()->isFavorite);
+    EXPECT_EQ(find(QAccessible::MenuItem, "Favoritar"), nullptr);
+}
+
+TEST_F(AccessibilityTest, TheStarOfARowIsAButtonThatSaysWhatItDoes) {
+    history.add("um", 1min);
+    show();
+
+    press(QAccessible::Button, "Favoritar");
+    EXPECT_TRUE(history.app.store().entries()->front()->isFavorite);
+
+    press(QAccessible::Button, "Remover dos favoritos");
+    EXPECT_FALSE(history.app.store().entries()->front()->isFavorite);
+}
+
+TEST_F(AccessibilityTest, TheSectionsAreAChoiceOfTwo) {
+    show();
+    EXPECT_TRUE(find(QAccessible::RadioButton, "Histórico")->state().checked);
+
+    press(QAccessible::RadioButton, "Salvos");
+
+    EXPECT_TRUE(find(QAccessible::RadioButton, "Salvos")->state().checked);
+    EXPECT_FALSE(find(QAccessible::RadioButton, "Histórico")->state().checked);
+    EXPECT_NE(find(QAccessible::EditableText, "Buscar no salvos"), nullptr);
+}
+
+TEST_F(AccessibilityTest, HeaderAndFooterCanBePressed) {
+    show();
+
+    press(QAccessible::Button, "Monitorando");
+    EXPECT_FALSE(*history.app.isMonitoring());
+    press(QAccessible::Button, "Pausado");
+    EXPECT_TRUE(*history.app.isMonitoring());
+
+    press(QAccessible::Button, "Ajustes");
+    EXPECT_EQ(history.windows.panel, ContentKind::settings);
+
+    press(QAccessible::Button, "Sair");
+    EXPECT_EQ(quits, 1);
+}
+
+TEST_F(AccessibilityTest, AConfirmationIsADialogThatCanBeAnswered) {
+    history.add("um", 1min);
+    show();
+
+    press(QAccessible::Button, "Limpar");
+    ASSERT_NE(find(QAccessible::Dialog, "Limpar os itens não favoritados?"), nullptr);
+    press(QAccessible::Button, "Cancelar");
+    EXPECT_EQ(history.app.store().entries()->size(), 1U);
+
+    press(QAccessible::Button, "Limpar");
+    press(QAccessible::Button, "Limpar histórico");
+    EXPECT_TRUE(history.app.store().entries()->empty());
+}
+
+TEST_F(AccessibilityTest, AMessageIsAnItemThatCanBePressedAndEdited) {
+    history.app.store().addSnippet("Assinatura", "Até logo");
+    show();
+    press(QAccessible::RadioButton, "Salvos");
+    ASSERT_NE(find(QAccessible::List, "Salvos"), nullptr);
+    EXPECT_EQ(find(QAccessible::ListItem, "Assinatura")->text(QAccessible::Description),
+              "Clique para colar esta mensagem");
+    EXPECT_NE(find(QAccessible::StaticText, "Até logo"), nullptr);
+
+    press(QAccessible::ListItem, "Assinatura");
+    EXPECT_EQ(history.fake.pasteboard.string(pasteboardType::text), "Até logo");
+
+    press(QAccessible::Button, "Editar mensagem");
+    EXPECT_NE(find(QAccessible::Dialog, "Editar mensagem"), nullptr);
+}
+
+TEST_F(AccessibilityTest, TheFirstMessageIsCreatedFromTheEmptyList) {
+    show();
+    press(QAccessible::RadioButton, "Salvos");
+
+    press(QAccessible::Button, "Criar mensagem");
+
+    EXPECT_NE(find(QAccessible::Dialog, "Nova mensagem salva"), nullptr);
 }
 
 TEST_F(AccessibilityTest, StatusAndStorageErrorAreAnnounced) {

@@ -61,10 +61,11 @@ TEST_P(ControlColorsTest, TextsReadOnTheFormAndItsControls) {
     expect(4.5, {"controls.destructive"}, {"controls.ground", "controls.hovered", "controls.pressed"});
     expect(4.5, {"controls.accentText"}, {"controls.accent", "controls.accentPressed"});
     expect(4.5, {"controls.placeholder"}, {"controls.field"});
+    expect(4.5, {"controls.destructive"}, {"controls.sheet"});
 }
 
 TEST_P(ControlColorsTest, SymbolsAndStatesStandOut) {
-    expect(3, {"controls.caution", "controls.success"}, {"controls.group"});
+    expect(3, {"controls.caution", "controls.success"}, {"controls.group", "background"});
     expect(3, {"controls.switchBorder"}, {"controls.group", "controls.field", "controls.sheet"});
     expect(3, {"controls.focusRing"}, {"controls.group", "controls.sheet", "background"});
     expect(3, {"controls.knob"}, {"controls.accent", "controls.accentPressed"});

@@ -32,6 +32,27 @@ TEST_F(MenuBarContentViewKeysTest, ArrowsMoveTheSelectionAndTheStartOfNavigation
     EXPECT_EQ(view->selectedHistoryEntryID(), first.id);
 }
 
+TEST_F(MenuBarContentViewKeysTest, ARowIsSelectedAsAStepToItWould) {
+    history.add("um", 1h);
+    const ClipboardEntry second = history.add("dois", 2h);
+    addSnippets();
+    show();
+
+    view->selectRow(1);
+    EXPECT_EQ(view->selectedHistoryEntryID(), second.id);
+    EXPECT_EQ(history.app.navigationEntryID(), second.id);
+    EXPECT_EQ(pasteboard(), std::nullopt);
+
+    view->selectRow(2);
+    view->selectRow(-1);
+    EXPECT_EQ(view->selectedHistoryEntryID(), second.id);
+
+    view->showSection(1);
+    view->selectRow(0);
+    EXPECT_EQ(view->selectedSnippetRow(), 0);
+    EXPECT_EQ(history.app.navigationEntryID(), second.id);
+}
+
 TEST_F(MenuBarContentViewKeysTest, AClickMovesTheStartOfNavigationEvenWhereItCannotCopy) {
     const ClipboardEntry picture = history.addImage("sumiu.png");
     show();

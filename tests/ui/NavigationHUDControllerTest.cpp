@@ -2,13 +2,11 @@
 #include "platform/fake/FakeTime.h"
 #include "platform/fake/FakeWindows.h"
 #include "ui/PrintQt.h"
+#include "ui/PrintWindows.h"
 
 #include <gtest/gtest.h>
 
 namespace nettlecap {
-
-void PrintTo(const Point& point, std::ostream* out) { *out << '(' << point.x << ", " << point.y << ')'; }
-void PrintTo(const Size& size, std::ostream* out) { *out << size.width << " x " << size.height; }
 
 namespace {
 
@@ -35,6 +33,10 @@ public:
         return std::make_unique<FakeHostedView>(std::move(view), fittingHeight);
     }
     std::unique_ptr<HostedView> menuBarContent(std::unique_ptr<MenuBarContentView>) override {
+        return nullptr;
+    }
+    std::unique_ptr<HostedView> settings(std::unique_ptr<SettingsView>,
+                                         std::unique_ptr<SettingsNavigationButton>) override {
         return nullptr;
     }
     void releaseMemory() override {}

@@ -1,8 +1,10 @@
-#include "ui/qml/SearchPanelController.h"
+#include "ui/SearchPanelController.h"
 #include "platform/fake/FakeWindows.h"
 #include "ui/ContentPorts.h"
 #include "ui/HistoryOnFakes.h"
 #include "ui/PrintQt.h"
+#include "ui/qml/QuickPanel.h"
+#include "ui/qml/QuickPanels.h"
 #include "ui/qml/QuickViewFactory.h"
 
 #include <QGuiApplication>
@@ -36,8 +38,11 @@ protected:
     QuickViewFactory views{history.app.store().imagesDirectory()};
     int hidings = 0;
     FakeNativeWindows native;
-    SearchPanelController controller{{.ports = contentPorts(history.fake), .views = views, .windows = native},
-                                     [this] { ++hidings; }};
+    FakeScreens screens;
+    QuickPanels panels{native, screens};
+    SearchPanelController controller{
+        {.ports = contentPorts(history.fake), .panels = panels, .screens = screens, .views = views},
+        [this] { ++hidings; }};
 };
 
 TEST_F(SearchPanelControllerTest, ShowsAWindowOfFixedSizeNamedAfterTheProgram) {

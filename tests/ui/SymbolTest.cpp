@@ -40,8 +40,10 @@ TEST_P(SymbolTest, IsDrawnInItsColourAndNoOther) {
 INSTANTIATE_TEST_SUITE_P(All, SymbolTest,
                          testing::Values("arrow.triangle.2.circlepath", "checkmark", "checkmark.circle.fill",
                                          "chevron.down", "chevron.up", "chevron.up.chevron.down", "clipboard",
-                                         "doc.text", "exclamationmark.triangle.fill", "lock.fill", "photo",
-                                         "star.fill", "xmark"));
+                                         "clock", "doc.text", "exclamationmark.triangle.fill", "gearshape",
+                                         "lock.fill", "magnifyingglass", "pause.circle", "pencil", "photo",
+                                         "plus", "record.circle", "star", "star.fill", "text.badge.plus",
+                                         "text.quote", "trash", "xmark"));
 
 }  // namespace
 }  // namespace nettlecap

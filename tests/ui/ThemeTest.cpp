@@ -72,6 +72,13 @@ TEST_P(ThemeTest, TextsReadOnWhatTheyStandOn) {
                     << state << " " << ground << " " << text;
 }
 
+TEST_P(ThemeTest, ButtonsWithoutAFrameReadWhereThePointerHoldsThem) {
+    EXPECT_GE(contrast(color("secondaryText"), rowColor("row", "pressed")), 4.5);
+    const auto* controls = colors()->property("controls").value<QObject*>();
+    for (const char* symbol : {"success", "caution"})
+        EXPECT_GE(contrast(colorOf(controls, symbol), rowColor("row", "pressed")), 3) << symbol;
+}
+
 TEST_P(ThemeTest, SymbolsStandOutFromWhatTheyStandOn) {
     EXPECT_GE(contrast(color("tileSymbol"), color("tile")), 3);
     EXPECT_GE(contrast(color("tileSymbol"), color("background")), 3);

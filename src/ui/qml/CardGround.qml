@@ -6,6 +6,7 @@ Item {
     id: root
 
     required property bool isComposited
+    property real radius: Theme.cardRadius
 
     Rectangle {
         anchors.fill: parent
@@ -20,7 +21,7 @@ Item {
             required property int index
             anchors.fill: parent
             anchors.margins: index
-            radius: Theme.cardRadius + Theme.cardMargin - index
+            radius: root.radius + Theme.cardMargin - index
             color: "transparent"
             border.width: 1
             border.color: Theme.colors.card.shadow
@@ -31,14 +32,14 @@ Item {
     Rectangle {
         anchors.fill: parent
         anchors.margins: Theme.cardMargin
-        radius: Theme.cardRadius
+        radius: root.radius
         color: Theme.colors.card.ground
     }
 
     Rectangle {
         anchors.fill: parent
         anchors.margins: Theme.cardMargin
-        radius: Theme.cardRadius
+        radius: root.radius
         color: "transparent"
         border.width: 1
         border.color: Theme.colors.card.outline

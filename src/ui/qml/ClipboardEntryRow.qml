@@ -4,49 +4,40 @@ import Nettlecap
 import Nettlecap.Views as Views
 
 /// One entry: what it is, its text on one line, where it came from and when.
-Item {
+ListRow {
     id: root
 
-    required property Views.ClipboardEntryRow row
+    required property Views.ClipboardEntryRow row  // goes a little sooner than what shows it
 
-    readonly property bool isSelected: row.isKeyboardSelected
-    readonly property bool isActive: Window.active
-    readonly property RowColors colors: !isSelected ? Theme.colors.row : isActive ? Theme.colors.selectedRow : Theme.colors.inactiveSelectedRow
+    readonly property bool isFavorite: row?.isFavorite ?? false
 
-    implicitHeight: Theme.tileSide + 2 * Theme.rowPadding
+    isSelected: row?.isKeyboardSelected ?? false
+    onPressed: clickCount => root.row.handleRowClick(clickCount)
+    onPointerCame: place => root.row.pointerAt(place)
+    onPointerLeft: root.row?.pointerLeft()
+    onVisibleChanged: if (!visible) root.row?.disappear()
+    Component.onDestruction: root.row?.disappear()
 
-    Accessible.role: Accessible.ListItem
-    Accessible.name: row.summary
+    Accessible.name: row?.summary ?? ""
     Accessible.description: source.text + age.text
-    Accessible.selectable: true
-    Accessible.selected: isSelected
-    Accessible.focusable: true
-    Accessible.focused: activeFocus
-    Accessible.onPressAction: root.row.handleRowClick(1)
-
-    Rectangle {
-        anchors.fill: parent
-        radius: Theme.rowRadius
-        color: tap.pressed ? root.colors.pressed : hover.hovered ? root.colors.hovered : root.colors.ground
-    }
 
     EntryTile {
         id: tile
         x: Theme.rowPadding
         y: Theme.rowPadding
-        symbol: root.row.symbol
-        thumbnail: root.row.thumbnail
+        symbol: root.row?.symbol ?? ""
+        thumbnail: root.row?.thumbnail ?? ""
     }
 
     Text {
         id: summary
         anchors.left: tile.right
         anchors.leftMargin: Theme.gap
-        anchors.right: star.visible ? star.left : parent.right
-        anchors.rightMargin: Theme.gap
+        anchors.right: star.left
+        anchors.rightMargin: 4
         anchors.bottom: tile.verticalCenter
         anchors.bottomMargin: 1
-        text: root.row.summary
+        text: root.row?.summary ?? ""
         textFormat: Text.PlainText
         elide: Text.ElideRight
         maximumLineCount: 1
@@ -63,7 +54,7 @@ Item {
         anchors.topMargin: 2
         width: Math.min(implicitWidth, summary.width - age.implicitWidth)
         horizontalAlignment: Text.AlignLeft
-        text: root.row.sourceApplication
+        text: root.row?.sourceApplication ?? ""
         textFormat: Text.PlainText
         elide: Text.ElideRight
         maximumLineCount: 1
@@ -76,30 +67,29 @@ Item {
         id: age
         x: source.x + source.contentWidth
         anchors.baseline: source.baseline
-        text: source.divider + root.row.age
+        text: source.divider + (root.row?.age ?? "")
         textFormat: Text.PlainText
         font: Theme.caption
         color: root.colors.caption
         Accessible.ignored: true
     }
 
-    Symbol {
+    FlatButton {
         id: star
         anchors.right: parent.right
-        anchors.rightMargin: Theme.gap
+        anchors.rightMargin: 4
         anchors.verticalCenter: parent.verticalCenter
-        width: 14
-        height: 14
-        visible: root.row.isFavorite
-        name: "star.fill"
-        color: root.colors.favorite
+        activeFocusOnTab: false
+        symbol: root.row?.favoriteSymbol ?? ""
+        symbolInk: root.isFavorite ? root.colors.favorite : root.isHovered || root.isSelected ? root.colors.caption : "transparent"
+        wash: root.colors.pressed
+        help: root.row?.favoriteLabel ?? ""
+        onPressed: root.row.toggleFavorite()
     }
 
-    HoverHandler { id: hover }
-
-    TapHandler {
-        id: tap
-        onSingleTapped: root.row.handleRowClick(1)
-        onDoubleTapped: root.row.handleRowClick(2)
+    PreviewHost {
+        anchor: root
+        preview: root.row?.preview ?? null
+        row: root.row
     }
 }

@@ -8,6 +8,9 @@ Item {
     required property string symbol
     required property string title
     required property string message
+    property string button: ""
+
+    signal pressed
 
     Column {
         anchors.centerIn: parent
@@ -47,6 +50,18 @@ Item {
             color: Theme.colors.secondaryText
             Accessible.role: Accessible.StaticText
             Accessible.name: text
+        }
+        Item {
+            width: 1
+            height: 4
+            visible: action.visible
+        }
+        PushButton {
+            id: action
+            anchors.horizontalCenter: parent.horizontalCenter
+            visible: text !== ""
+            text: root.button
+            onPressed: root.pressed()
         }
     }
 }

@@ -2,42 +2,45 @@ pragma ComponentBehavior: Bound
 import QtQuick
 import Nettlecap.Views as Views
 
-/// The rows of the history. Arrows move the selection, Return hands it over.
-FocusScope {
+/// The rows of the history.
+Item {
     id: root
 
     required property Views.MenuBarContentView view
 
-    Keys.onUpPressed: event => event.accepted = root.view.moveCurrentSelection(-1)
-    Keys.onDownPressed: event => event.accepted = root.view.moveCurrentSelection(1)
-    Keys.onReturnPressed: event => event.accepted = root.view.pasteSelectedItem()
-    Keys.onEnterPressed: event => event.accepted = root.view.pasteSelectedItem()
+    signal menuWanted(QtObject row, var items, point place)
+    signal focusGiven
 
-    ListView {
+    function openMenu() {
+        list.openMenuOf(view.selectedHistoryRow);
+    }
+
+    Connections {
+        target: root.view
+        function onSelectedHistoryEntryChanged() {
+            if (root.view.selectedHistoryRow >= 0)
+                list.centre(root.view.selectedHistoryRow);
+        }
+    }
+
+    RowsView {
         id: list
         anchors.fill: parent
-        clip: true
-        focus: true
-        keyNavigationEnabled: false
-        boundsBehavior: Flickable.StopAtBounds
-        topMargin: Theme.listPadding
-        bottomMargin: Theme.listPadding
-        spacing: Theme.rowSpacing
         model: root.view.historyRows
-        currentIndex: root.view.selectedHistoryRow
-        preferredHighlightBegin: (height - Theme.tileSide) / 2 - Theme.rowPadding
-        preferredHighlightEnd: preferredHighlightBegin + Theme.tileSide + 2 * Theme.rowPadding
-        highlightRangeMode: ListView.ApplyRange
-        highlightMoveDuration: Theme.scrollDuration
-        highlightMoveVelocity: -1
+
+        Accessible.name: "Histórico"
 
         delegate: ClipboardEntryRow {
+            required property int index
+
             x: Theme.listPadding
             width: ListView.view.width - 2 * Theme.listPadding
+            onMenuWanted: place => root.menuWanted(row, row.menuItems, place)
+            onFocusGiven: {
+                root.view.selectRow(index);
+                root.focusGiven();
+            }
         }
-
-        Accessible.role: Accessible.List
-        Accessible.name: "Histórico"
     }
 
     ListScrollBar {

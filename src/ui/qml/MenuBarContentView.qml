@@ -1,15 +1,25 @@
 pragma ComponentBehavior: Bound
 import QtQuick
+import Nettlecap
 import Nettlecap.Views as Views
 
+/// The main view. The search field has the keyboard, and gets it back from whatever opens
+/// over the list.
 FocusScope {
     id: root
 
     required property Views.MenuBarContentView view
 
+    readonly property bool isInWindow: Window.window !== null && Window.window.visible
+
+    function focusSearchField() {
+        header.forceActiveFocus();
+    }
+
     implicitWidth: 430
     implicitHeight: 560
     focus: true
+    onIsInWindowChanged: if (isInWindow) view.pointerRestsAt(Pointer.positionIn(root))
 
     Rectangle {
         anchors.fill: parent
@@ -21,34 +31,50 @@ FocusScope {
         anchors.left: parent.left
         anchors.right: parent.right
         anchors.top: parent.top
-    }
-
-    HistoryList {
-        anchors.left: parent.left
-        anchors.right: parent.right
-        anchors.top: header.bottom
-        anchors.bottom: messages.top
-        visible: !root.view.emptyState.isShown
         focus: true
         view: root.view
+        onMenuKeyPressed: root.view.isHistory ? history.openMenu() : snippets.openMenu()
     }
 
-    EmptyState {
+    Item {
+        id: middle
         anchors.left: parent.left
         anchors.right: parent.right
         anchors.top: header.bottom
         anchors.bottom: messages.top
-        visible: root.view.emptyState.isShown
-        symbol: root.view.emptyState.symbol
-        title: root.view.emptyState.title
-        message: root.view.emptyState.text
+
+        HistoryList {
+            id: history
+            anchors.fill: parent
+            visible: root.view.isHistory && !root.view.emptyState.isShown
+            view: root.view
+            onMenuWanted: (row, items, place) => menu.open(row, items, place)
+            onFocusGiven: root.focusSearchField()
+        }
+        SnippetList {
+            id: snippets
+            anchors.fill: parent
+            visible: !root.view.isHistory && !root.view.emptyState.isShown
+            view: root.view
+            onMenuWanted: (row, items, place) => menu.open(row, items, place)
+            onFocusGiven: root.focusSearchField()
+        }
+        EmptyState {
+            anchors.fill: parent
+            visible: root.view.emptyState.isShown
+            symbol: root.view.emptyState.symbol
+            title: root.view.emptyState.title
+            message: root.view.emptyState.text
+            button: root.view.emptyState.button
+            onPressed: root.view.createSnippet()
+        }
     }
 
     Column {
         id: messages
         anchors.left: parent.left
         anchors.right: parent.right
-        anchors.bottom: parent.bottom
+        anchors.bottom: footer.top
 
         MessageLine {
             width: parent.width
@@ -60,5 +86,45 @@ FocusScope {
             message: root.view.persistenceError
             color: Theme.colors.warning
         }
+    }
+
+    PanelFooter {
+        id: footer
+        anchors.left: parent.left
+        anchors.right: parent.right
+        anchors.bottom: parent.bottom
+        view: root.view
+    }
+
+    ContextMenu {
+        id: menu
+        anchors.fill: parent
+        onClosed: root.focusSearchField()
+    }
+
+    EditorSheet {
+        anchors.fill: parent
+        editor: root.view.snippetEditor
+        onClosed: root.focusSearchField()
+    }
+
+    ConfirmationAlert {
+        anchors.fill: parent
+        visible: root.view.historyDeletion.isShown
+        title: root.view.historyDeletion.title
+        message: root.view.historyDeletion.message
+        confirmText: root.view.historyDeletion.destructiveLabel
+        onConfirmed: root.view.confirmPendingHistoryDeletion()
+        onCancelled: root.view.cancelPendingHistoryDeletion()
+    }
+
+    ConfirmationAlert {
+        anchors.fill: parent
+        visible: root.view.historyClearing.isShown
+        title: root.view.historyClearing.title
+        message: root.view.historyClearing.message
+        confirmText: root.view.historyClearing.destructiveLabel
+        onConfirmed: root.view.confirmHistoryClearing()
+        onCancelled: root.view.cancelHistoryClearing()
     }
 }

@@ -1,28 +1,64 @@
 import QtQuick
 import Nettlecap
+import Nettlecap.Views as Views
 
-/// The program's icon and name.
-Item {
+/// The program's icon and name, what the list shows, the way to the settings, and the search.
+FocusScope {
     id: root
 
-    implicitHeight: Theme.headerHeight
+    required property Views.MenuBarContentView view
+
+    signal menuKeyPressed
+
+    implicitHeight: Theme.headerHeight + search.height + Theme.gap
 
     AppIcon {
-        x: Theme.listPadding + Theme.rowPadding + (Theme.tileSide - width) / 2
-        anchors.verticalCenter: parent.verticalCenter
+        id: icon
+        x: Theme.panelMargin
+        y: (Theme.headerHeight - height) / 2
         width: Theme.headerIconSide
         height: Theme.headerIconSide
     }
 
     Text {
-        x: Theme.listPadding + Theme.rowPadding + Theme.tileSide + Theme.gap
-        anchors.verticalCenter: parent.verticalCenter
+        anchors.left: icon.right
+        anchors.leftMargin: 8
+        anchors.verticalCenter: icon.verticalCenter
         text: "Nettlecap"
         textFormat: Text.PlainText
         font: Theme.title
         color: Theme.colors.text
         Accessible.role: Accessible.Heading
         Accessible.name: text
+    }
+
+    SectionPicker {
+        anchors.right: settings.left
+        anchors.rightMargin: 8
+        anchors.verticalCenter: icon.verticalCenter
+        view: root.view
+    }
+
+    FlatButton {
+        id: settings
+        anchors.right: parent.right
+        anchors.rightMargin: Theme.panelMargin - (width - symbolSide) / 2
+        anchors.verticalCenter: icon.verticalCenter
+        symbol: "gearshape"
+        symbolSide: 18
+        help: "Ajustes"
+        onPressed: root.view.openSettings()
+    }
+
+    SearchField {
+        id: search
+        x: Theme.panelMargin
+        y: Theme.headerHeight
+        width: parent.width - 2 * x
+        focus: true
+        field: root.view.searchField
+        pasteSource: root.view.pasteSource
+        onMenuKeyPressed: root.menuKeyPressed()
     }
 
     Rectangle {

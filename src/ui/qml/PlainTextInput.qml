@@ -2,28 +2,45 @@ import QtQuick
 import Nettlecap
 import Nettlecap.Views as Views
 
-/// A field for one line of text.
+/// A field for one line of text. A key that the user of `keyPressed` accepts is not typed.
 FocusScope {
     id: root
 
     required property Views.PasteSource pasteSource
     required property string placeholder
+    property string symbol: ""
+    property bool hasRing: true
     property alias text: input.text
+    readonly property bool isComposing: input.inputMethodComposing || input.preeditText !== ""
 
     readonly property ControlColors colors: Theme.colors.controls
 
     signal edited
+    signal keyPressed(var event)
 
     implicitHeight: input.implicitHeight + 12
 
-    FocusRing { control: root }
+    FocusRing {
+        control: root
+        opacity: root.hasRing ? 1 : 0
+    }
 
     Rectangle {
         anchors.fill: parent
         radius: Theme.controlRadius
         color: root.colors.field
-        border.width: 1
-        border.color: root.colors.switchBorder
+        border.width: root.hasRing || !root.activeFocus ? 1 : 2
+        border.color: root.hasRing || !root.activeFocus ? root.colors.switchBorder : root.colors.focusRing
+    }
+
+    Symbol {
+        x: 8
+        anchors.verticalCenter: parent.verticalCenter
+        width: 14
+        height: 14
+        visible: root.symbol !== ""
+        name: root.symbol
+        color: root.colors.placeholder
     }
 
     Text {
@@ -41,7 +58,8 @@ FocusScope {
         id: input
         anchors.left: parent.left
         anchors.right: parent.right
-        anchors.margins: 8
+        anchors.leftMargin: root.symbol === "" ? 8 : 28
+        anchors.rightMargin: 8
         anchors.verticalCenter: parent.verticalCenter
         focus: true
         activeFocusOnTab: true
@@ -52,6 +70,7 @@ FocusScope {
         selectionColor: root.colors.accent
         selectedTextColor: root.colors.accentText
         onTextChanged: root.edited()
+        Keys.onPressed: event => root.keyPressed(event)
 
         Accessible.role: Accessible.EditableText
         Accessible.name: root.placeholder

@@ -1,30 +1,14 @@
 #include "ui/qml/QuickCard.h"
 
-#include <QBitmap>
-#include <QGuiApplication>
-#include <QPainter>
-#include <QScreen>
+#include "ui/qml/RoundedMask.h"
+#include "ui/qml/ScreenPoints.h"
 
 namespace nettlecap {
 
 namespace {
 
 /// What is seen of the card where nothing is translucent: its outline and the line around it.
-constexpr double seenMargin = 3;
-constexpr double seenRadius = 17;
-
-QRegion seen(QSize size) {
-    QBitmap bitmap(size);
-    bitmap.clear();
-    QPainter painter(&bitmap);
-    painter.setBrush(Qt::color1);
-    painter.setPen(Qt::NoPen);
-    painter.drawRoundedRect(
-        QRectF({}, QSizeF(size)).adjusted(seenMargin, seenMargin, -seenMargin, -seenMargin), seenRadius,
-        seenRadius);
-    painter.end();
-    return QRegion(bitmap);
-}
+constexpr RoundedMask seen{.margin = 3, .radius = 17};
 
 }  // namespace
 
@@ -48,20 +32,12 @@ void QuickCard::setOrigin(Point origin) {
     place();
 }
 
-/// Whole points, so that the lines of one point are sharp.
-void QuickCard::place() {
-    const QSize size(qCeil(size_.width), qCeil(size_.height));
-    const QScreen* primary = QGuiApplication::primaryScreen();
-    const QRect frame = primary ? primary->geometry() : QRect();
-    const int left = frame.x() + qRound(origin_.x);
-    const int bottom = frame.y() + frame.height() - qRound(origin_.y);
-    window_.setGeometry({QPoint(left, bottom - size.height()), size});
-}
+void QuickCard::place() { window_.setGeometry(toQt({.origin = origin_, .size = size_})); }
 
 void QuickCard::orderFrontRegardless() {
     const bool isComposited = windows_.isComposited();
     if (content_.item()) content_.item()->setProperty("isComposited", isComposited);
-    window_.setMask(isComposited ? QRegion() : seen(window_.size()));
+    window_.setMask(isComposited ? QRegion() : seen.of(window_.size()));
     window_.show();
     window_.raise();
 }

@@ -1,40 +1,73 @@
 #include "ui/qml/QuickPanel.h"
 
-#include <QCursor>
+#include "ui/qml/ScreenPoints.h"
+
 #include <QGuiApplication>
 #include <QKeyEvent>
 #include <QScreen>
 
 namespace nettlecap {
 
-QuickPanel::QuickPanel(QSize size, NativeWindows& windows) : windows_(windows) {
+QuickPanel::QuickPanel(NativeWindows& windows, const Screens& screens)
+    : windows_(windows), previews_(*this, {.windows = windows, .screens = screens}) {
     setFlags(Qt::Window | Qt::WindowStaysOnTopHint | Qt::CustomizeWindowHint | Qt::WindowTitleHint |
              Qt::WindowCloseButtonHint);
-    setMinimumSize(size);
-    setMaximumSize(size);
-    resize(size);
-    content_.setSize(size);
 }
 
 QuickPanel::~QuickPanel() = default;
 
-void QuickPanel::setContent(std::unique_ptr<HostedView> content) { content_.replace(std::move(content)); }
+void QuickPanel::setContent(std::unique_ptr<HostedView> content) {
+    previews_.release();
+    content_.replace(std::move(content));
+}
 
-void QuickPanel::dropContent() { content_.drop(); }
+void QuickPanel::dropContent() {
+    previews_.release();
+    content_.drop();
+    releaseResources();
+}
+
+void QuickPanel::setContentSize(Size size) {
+    const QSize whole = toQt({.size = size}).size();
+    setMinimumSize(whole);
+    setMaximumSize(whole);
+    resize(whole);
+    content_.setSize(whole);
+}
+
+void QuickPanel::setTitle(std::string_view title) {
+    QQuickWindow::setTitle(QString::fromUtf8(title.data(), static_cast<qsizetype>(title.size())));
+}
+
+void QuickPanel::setOrigin(Point origin) {
+    const QSizeF content = size();
+    setPosition(toQt({.origin = origin, .size = {content.width(), content.height()}}).topLeft());
+}
+
+void QuickPanel::center() {
+    const QScreen* primary = QGuiApplication::primaryScreen();
+    if (!primary) return;
+    QRect place({}, size());
+    place.moveCenter(primary->availableGeometry().center());
+    setPosition(place.topLeft());
+}
 
 void QuickPanel::makeKeyAndOrderFront() {
-    if (!isVisible()) positionOnCurrentScreen();
     windows_.prepareToShow(winId());
     show();
     raise();
     requestActivate();
+}
+
+void QuickPanel::orderFrontRegardless() {
+    show();
     windows_.bringToFront(winId());
 }
 
 void QuickPanel::orderOut() {
     if (!isVisible()) return;
     hide();
-    Q_EMIT orderedOut();
+    orderedOut_.emit();
 }
 
 bool QuickPanel::event(QEvent* event) {
@@ -50,15 +83,6 @@ void QuickPanel::keyPressEvent(QKeyEvent* event) {
     if (event->isAccepted() || event->key() != Qt::Key_Escape) return;
     event->accept();
     orderOut();
-}
-
-void QuickPanel::positionOnCurrentScreen() {
-    const QScreen* screen = QGuiApplication::screenAt(QCursor::pos());
-    if (!screen) screen = QGuiApplication::primaryScreen();
-    if (!screen) return;
-    QRect place({}, size());
-    place.moveCenter(screen->availableGeometry().center());
-    setPosition(place.topLeft());
 }
 
 }  // namespace nettlecap

@@ -4,15 +4,17 @@
 
 namespace nettlecap {
 
-/// Makes panels of Qt Quick. `windows` must outlive them.
+/// Makes panels of Qt Quick, which must not outlive what it is given.
 class QuickPanels final : public PanelFactory {
 public:
-    explicit QuickPanels(const NativeWindows& windows) : windows_(windows) {}
+    QuickPanels(NativeWindows& windows, const Screens& screens) : windows_(windows), screens_(screens) {}
 
     std::unique_ptr<Panel> makePanel(PanelKind kind) override;
+    std::unique_ptr<TitledPanel> makeTitledPanel() override;
 
 private:
-    const NativeWindows& windows_;
+    NativeWindows& windows_;
+    const Screens& screens_;
 };
 
 }  // namespace nettlecap

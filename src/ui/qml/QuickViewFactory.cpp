@@ -19,21 +19,29 @@ QuickViewFactory::QuickViewFactory(const Path& imagesDirectory) {
 }
 
 std::unique_ptr<HostedView> QuickViewFactory::navigationHUD(std::unique_ptr<NavigationHUDView> view) {
-    const QVariant shown = QVariant::fromValue(view.get());
+    const QVariantMap shown{{"view", QVariant::fromValue(view.get())}};
     return make("NavigationHUDView", shown, std::move(view));
 }
 
 std::unique_ptr<HostedView> QuickViewFactory::menuBarContent(std::unique_ptr<MenuBarContentView> view) {
-    const QVariant shown = QVariant::fromValue(view.get());
+    const QVariantMap shown{{"view", QVariant::fromValue(view.get())}};
     return make("MenuBarContentView", shown, std::move(view));
 }
 
-std::unique_ptr<HostedView> QuickViewFactory::make(const char* name, const QVariant& view,
+std::unique_ptr<HostedView> QuickViewFactory::settings(std::unique_ptr<SettingsView> view,
+                                                       std::unique_ptr<SettingsNavigationButton> button) {
+    const QVariantMap shown{{"view", QVariant::fromValue(view.get())},
+                            {"navigation", QVariant::fromValue(button.get())}};
+    button.release()->setParent(view.get());
+    return make("SettingsContent", shown, std::move(view));
+}
+
+std::unique_ptr<HostedView> QuickViewFactory::make(const char* name, const QVariantMap& properties,
                                                    std::unique_ptr<QObject> owned) {
     QQmlEngine::setObjectOwnership(owned.get(), QQmlEngine::CppOwnership);
     QQmlComponent component(&engine_, QUrl(QStringLiteral("qrc:/qt/qml/Nettlecap/%1.qml").arg(name)));
     if (!component.isReady()) qFatal("%s", qPrintable(component.errorString()));  // a broken build
-    std::unique_ptr<QObject> made(component.createWithInitialProperties({{"view", view}}));
+    std::unique_ptr<QObject> made(component.createWithInitialProperties(properties));
     QQmlEngine::setObjectOwnership(made.get(), QQmlEngine::CppOwnership);
     std::unique_ptr<QQuickItem> item(qobject_cast<QQuickItem*>(made.release()));
     return std::make_unique<QuickHostedView>(std::move(item), std::move(owned));

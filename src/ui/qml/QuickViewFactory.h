@@ -14,10 +14,13 @@ public:
 
     std::unique_ptr<HostedView> navigationHUD(std::unique_ptr<NavigationHUDView> view) override;
     std::unique_ptr<HostedView> menuBarContent(std::unique_ptr<MenuBarContentView> view) override;
+    std::unique_ptr<HostedView> settings(std::unique_ptr<SettingsView> view,
+                                         std::unique_ptr<SettingsNavigationButton> button) override;
     void releaseMemory() override;
 
 private:
-    std::unique_ptr<HostedView> make(const char* name, const QVariant& view, std::unique_ptr<QObject> owned);
+    std::unique_ptr<HostedView> make(const char* name, const QVariantMap& properties,
+                                     std::unique_ptr<QObject> owned);
 
     QQmlEngine engine_;
 };

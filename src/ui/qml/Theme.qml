@@ -100,6 +100,13 @@ QtObject {
     readonly property int gap: 10
     readonly property int headerHeight: 48
     readonly property int headerIconSide: 24
+    readonly property int footerHeight: 40
+    readonly property int panelMargin: listPadding + rowPadding
+    readonly property int flatButtonSide: 28
+    readonly property int helpDelay: 700
+
+    readonly property int previewTextHeight: 400
+    readonly property int previewPictureRadius: 16
     readonly property int scrollDuration: 120
 
     readonly property int cardMargin: 4
@@ -117,6 +124,9 @@ QtObject {
     readonly property int cardPictureHeight: 240
     readonly property int cardPictureRadius: 12
     readonly property int cardPictureSpacing: 10
+
+    readonly property int previewPadding: 14
+    readonly property int previewRadius: 12
 
     readonly property font body: Application.font
     readonly property font headline: Qt.font({
@@ -145,4 +155,5 @@ QtObject {
     readonly property int groupRadius: 9
     readonly property int controlHeight: 24
     readonly property int controlRadius: 6
+    readonly property int navigationButtonSide: 20
 }

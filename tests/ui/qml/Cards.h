@@ -67,6 +67,10 @@ private:
     std::unique_ptr<HostedView> menuBarContent(std::unique_ptr<MenuBarContentView>) override {
         return nullptr;
     }
+    std::unique_ptr<HostedView> settings(std::unique_ptr<SettingsView>,
+                                         std::unique_ptr<SettingsNavigationButton>) override {
+        return nullptr;
+    }
     void releaseMemory() override {}
 
     QString folder_;

@@ -16,11 +16,14 @@ class History : public QObject {
 public:
     Q_INVOKABLE void startAfresh() {
         view_.reset();
+        quits_ = 0;
         model_ = std::make_unique<HistoryOnFakes>();
     }
     /// Of the history as it stands; valid until the next call.
     Q_INVOKABLE nettlecap::MenuBarContentView* makeView() {
-        view_ = std::make_unique<MenuBarContentView>(model_->app, contentPorts(model_->fake));
+        MenuBarContentView::Ports ports = contentPorts(model_->fake);
+        ports.quit = [this] { ++quits_; };
+        view_ = std::make_unique<MenuBarContentView>(model_->app, ports);
         QQmlEngine::setObjectOwnership(view_.get(), QQmlEngine::CppOwnership);
         return view_.get();
     }
@@ -42,6 +45,14 @@ public:
         model_->addSensitive(number.toStdString(), SensitiveContentKind::paymentCard);
     }
     Q_INVOKABLE void addPicture(const QString& filename) { model_->addImage(filename.toStdString()); }
+    /// For the store; what is seen of it lies in the pictures' folder.
+    Q_INVOKABLE void storePicture(const QString& filename) {
+        model_->fake.files.put(model_->app.store().imagesDirectory() / filename.toStdString(),
+                               std::string(FakeImageCodec::pngSignature));
+    }
+    Q_INVOKABLE void addSnippet(const QString& title, const QString& content) {
+        model_->app.store().addSnippet(title.toStdString(), content.toStdString());
+    }
     Q_INVOKABLE void failToSave(const QString& why) {
         model_->fake.files.fail(FileOperation::write, why.toStdString());
         model_->app.store().persist();
@@ -50,10 +61,25 @@ public:
         return QString::fromStdString(model_->fake.pasteboard.string(pasteboardType::text).value_or(""));
     }
 
+    /// Lets time pass for what waits in the views.
+    Q_INVOKABLE void advance(double seconds) { model_->fake.time.advance(Seconds{seconds}); }
+    Q_INVOKABLE bool hasOpenedSettings() const { return model_->windows.panel == ContentKind::settings; }
+    Q_INVOKABLE bool isMonitoring() const { return *model_->app.isMonitoring(); }
+    Q_INVOKABLE int entries() const { return static_cast<int>(model_->app.store().entries()->size()); }
+    /// Of the saved messages: title, a bar, content each.
+    Q_INVOKABLE QStringList snippets() const {
+        QStringList result;
+        for (const SavedSnippet& snippet : *model_->app.store().snippets())
+            result << QString::fromStdString(snippet.title + "|" + snippet.content);
+        return result;
+    }
+    Q_INVOKABLE int quits() const { return quits_; }
+
     QString picturesFolder() const { return folder_.path(); }
 
 private:
     QTemporaryDir folder_;
+    int quits_ = 0;
     std::unique_ptr<HistoryOnFakes> model_ = std::make_unique<HistoryOnFakes>();
     std::unique_ptr<MenuBarContentView> view_;
 };

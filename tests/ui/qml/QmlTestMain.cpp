@@ -1,3 +1,4 @@
+#include "ui/ImagePreviewPopover.h"
 #include "ui/qml/Cards.h"
 #include "ui/qml/History.h"
 #include "ui/qml/HistoryPictures.h"
@@ -21,6 +22,8 @@ public Q_SLOTS:
         engine->addImageProvider(nettlecap::ClipboardEntryRow::pictureProvider,
                                  new HistoryPictures(folder, HistoryPictures::Use::tile));
         engine->addImageProvider(nettlecap::NavigationHUDView::pictureProvider,
+                                 new HistoryPictures(folder, HistoryPictures::Use::card));
+        engine->addImageProvider(nettlecap::ImagePreviewPopover::pictureProvider,
                                  new HistoryPictures(folder, HistoryPictures::Use::card));
         qmlRegisterSingletonInstance("Nettlecap.Tests", 1, 0, "History", &history_);
         qmlRegisterSingletonInstance("Nettlecap.Tests", 1, 0, "Cards", &cards_);

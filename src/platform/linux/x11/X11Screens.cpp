@@ -90,6 +90,18 @@ std::vector<Screen> X11Screens::all() const {
     return result;
 }
 
+/// Qt's own answer is rounded, at an edge onto the next screen.
+Point X11Screens::pointerLocation() const {
+    const auto question = xcb_query_pointer(inquiry_.xcb(), inquiry_.root()).sequence;
+    const auto pointer = inquiry_.reply<xcb_query_pointer_reply_t>(question);
+    const QScreen* nearest = QGuiApplication::primaryScreen();
+    if (!pointer || !nearest) return {};
+    const QRect pixel(pointer->root_x, pointer->root_y, 1, 1);
+    for (const QScreen* screen : QGuiApplication::screens())
+        if (pixelsOf(*screen).contains(pixel)) nearest = screen;
+    return pointsOf(pixel, *nearest).origin;
+}
+
 std::vector<X11Screens::Reserved> X11Screens::reserved() const {
     const auto sizeQuestion = xcb_get_geometry(inquiry_.xcb(), inquiry_.root()).sequence;
     const auto clients = numbers(inquiry_.askProperty(inquiry_.root(), "_NET_CLIENT_LIST"));

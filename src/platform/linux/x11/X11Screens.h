@@ -16,6 +16,7 @@ public:
     /// The one with the middle of the active window, frame included, else the primary one.
     std::optional<Screen> main() const override;
     std::vector<Screen> all() const override;  ///< the primary one first
+    Point pointerLocation() const override;    ///< the bottom left of its pixel
 
 private:
     struct Reserved;

@@ -64,6 +64,13 @@ TEST_F(X11ScreensTest, KnowsTheOnlyScreen) {
     EXPECT_EQ(screens.main(), screens.all().front());
 }
 
+TEST_F(X11ScreensTest, KnowsWhereThePointerIs) {
+    user.moveTo(100, 750);
+
+    const double ratio = qGuiApp->devicePixelRatio();
+    EXPECT_EQ(screens.pointerLocation(), (Point{100 / ratio, (800 - 751) / ratio}));
+}
+
 TEST_F(X11ScreensTest, LeavesOutWhatIsReservedAtEachEdge) {
     reserve("_NET_WM_STRUT_PARTIAL", {0, 0, 0, 40, 0, 0, 0, 0, 0, 0, 0, 1279});
     EXPECT_EQ(screens.main()->visibleFrame, points(0, 40, 1280, 760));
@@ -127,6 +134,19 @@ TEST_F(X11TwoScreensTest, ADockAtAnInnerEdgeLeavesTheOtherScreenAlone) {
 
     EXPECT_EQ(all[0].visibleFrame, all[0].frame);
     EXPECT_EQ(all[1].visibleFrame.size, points(0, 0, 580, 360).size);
+}
+
+TEST_F(X11TwoScreensTest, ThePointerIsOnTheScreenThatShowsIt) {
+    const auto all = screens.all();
+    // The corners of the left one, and the first column of the right one.
+    for (const auto& [x, y] : {std::pair(0, 0), std::pair(0, 799), std::pair(639, 0), std::pair(639, 799)}) {
+        user.moveTo(static_cast<std::int16_t>(x), static_cast<std::int16_t>(y));
+        EXPECT_TRUE(all[0].frame.contains(screens.pointerLocation())) << x << ", " << y;
+        EXPECT_FALSE(all[1].frame.contains(screens.pointerLocation())) << x << ", " << y;
+    }
+    user.moveTo(640, 399);
+    EXPECT_TRUE(all[1].frame.contains(screens.pointerLocation()));
+    EXPECT_FALSE(all[0].frame.contains(screens.pointerLocation()));
 }
 
 TEST_F(X11TwoScreensTest, TheMainOneHasTheMiddleOfTheActiveWindow) {

@@ -1,7 +1,6 @@
 #pragma once
 
 #include "ui/ViewFactory.h"
-#include "ui/qml/QuickPanel.h"
 
 namespace nettlecap {
 
@@ -12,25 +11,30 @@ class SearchPanelController final : public SearchPanel {
 public:
     struct Collaborators {
         MenuBarContentView::Ports ports;
+        PanelFactory& panels;
+        const Screens& screens;
         ViewFactory& views;
-        NativeWindows& windows;
     };
 
     /// `wasHidden` is called after the content is gone. The collaborators must outlive the
     /// controller.
     SearchPanelController(Collaborators with, Task wasHidden);
 
-    /// The model must outlive the controller.
+    /// The model must outlive the controller. A panel that is shown stays where it is.
     void show(ContentKind content, AppModel& app) override;
     void hide() override;
 
 private:
     void makePanel();
+    void showHistory(AppModel& app);
+    void showSettings(AppModel& app);
+    void positionOnCurrentScreen();
     void dropContent();
 
     Collaborators with_;
     Task wasHidden_;
-    std::unique_ptr<QuickPanel> panel_;
+    std::unique_ptr<TitledPanel> panel_;
+    Subscription orderedOut_;
     LifetimeGuard guard_;
 };
 

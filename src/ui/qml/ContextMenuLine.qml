@@ -1,0 +1,53 @@
+import QtQuick
+
+/// One line of a context menu, or the line between two groups of them.
+Pressable {
+    id: root
+
+    required property int index
+    required property var modelData
+    required property bool isCurrent
+
+    readonly property ControlColors colors: Theme.colors.controls
+
+    signal pointed
+
+    implicitWidth: label.implicitWidth + 24
+    implicitHeight: modelData.isDivider ? 9 : Theme.controlHeight + 2
+    enabled: !modelData.isDivider
+    opacity: 1
+    activeFocusOnTab: false
+    onIsHoveredChanged: if (isHovered) pointed()
+    Keys.enabled: false  // they are the menu's
+
+    Accessible.role: modelData.isDivider ? Accessible.Separator : Accessible.MenuItem
+    Accessible.name: modelData.label
+    Accessible.focusable: false
+
+    Rectangle {
+        anchors.fill: parent
+        radius: Theme.controlRadius - 1
+        color: root.colors.accent
+        visible: root.isCurrent
+    }
+
+    Rectangle {
+        anchors.verticalCenter: parent.verticalCenter
+        x: 8
+        width: parent.width - 16
+        height: 1
+        color: root.colors.border
+        visible: root.modelData.isDivider
+    }
+
+    Text {
+        id: label
+        x: 10
+        anchors.verticalCenter: parent.verticalCenter
+        text: root.modelData.label
+        textFormat: Text.PlainText
+        font: Theme.body
+        color: root.isCurrent ? root.colors.accentText : root.modelData.isDestructive ? root.colors.destructive : root.colors.text
+        Accessible.ignored: true
+    }
+}
