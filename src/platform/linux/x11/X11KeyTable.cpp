@@ -72,7 +72,7 @@ std::optional<std::uint32_t> X11KeyTable::modifiersFor(ModifierFlags flags) {
         ModifierFlags flag;
         std::uint32_t modifiers;
     };
-    const std::uint32_t further = ~(XCB_MOD_MASK_SHIFT | XCB_MOD_MASK_LOCK | XCB_MOD_MASK_CONTROL);
+    const std::uint32_t further = ~(0U | XCB_MOD_MASK_SHIFT | XCB_MOD_MASK_LOCK | XCB_MOD_MASK_CONTROL);
     const Meaning meanings[] = {
         {modifier::shift, modifierKeys_[0].any() ? XCB_MOD_MASK_SHIFT + 0U : 0U},
         {modifier::control, modifierKeys_[2].any() ? XCB_MOD_MASK_CONTROL + 0U : 0U},

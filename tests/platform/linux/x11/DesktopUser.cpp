@@ -1,5 +1,7 @@
 #include "platform/linux/x11/DesktopUser.h"
 
+#include "platform/linux/x11/XkbProtocol.h"
+
 #include <QCoreApplication>
 #include <QDeadlineTimer>
 #include <QEventLoop>
@@ -13,10 +15,6 @@
 #include <cstring>
 #include <memory>
 #include <xcb/xtest.h>
-
-#define explicit explicit_  // a field of its requests
-#include <xcb/xkb.h>
-#undef explicit
 
 namespace nettlecap::test {
 
