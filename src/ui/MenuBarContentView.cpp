@@ -164,6 +164,8 @@ void MenuBarContentView::refreshAges() {
 
 void MenuBarContentView::pointerRestsAt(QPointF position) { pointer_.restsAt(position); }
 
+void MenuBarContentView::pointerLeft() { pointer_.leaves(); }
+
 // Sections and selections.
 
 void MenuBarContentView::showSection(int index) {

@@ -62,6 +62,7 @@ public:
 
     Q_INVOKABLE void setShown(bool isShown);            ///< it is to begin with
     Q_INVOKABLE void pointerRestsAt(QPointF position);  ///< where it is when the view appears
+    Q_INVOKABLE void pointerLeft();                     ///< the whole view
     Q_INVOKABLE void showSection(int index);
     /// False: there is nothing to select.
     Q_INVOKABLE bool moveCurrentSelection(int offset);

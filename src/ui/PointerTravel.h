@@ -12,6 +12,7 @@ namespace nettlecap {
 class PointerTravel {
 public:
     void restsAt(QPointF position) { last_ = position; }
+    void leaves() { last_.reset(); }
     /// False: that is where it was before.
     bool movesTo(QPointF position) { return std::exchange(last_, position) != position; }
 

@@ -117,6 +117,50 @@ TEST_F(AccessibilityTest, ARowThatIsGivenTheFocusIsSelectedAndTheSearchFieldKeep
     EXPECT_TRUE(find(QAccessible::EditableText, "Buscar no histórico")->state().focused);
 }
 
+TEST_F(AccessibilityTest, TheSelectedRowClaimsTheFocusSoThatItIsReadOut) {
+    history.add("um", 1min);
+    history.add("dois", 2min);
+    show();
+
+    QTest::keyClick(&panel, Qt::Key_Down);
+    EXPECT_TRUE(find(QAccessible::ListItem, "um")->state().focused);
+
+    QTest::keyClick(&panel, Qt::Key_Down);
+    EXPECT_FALSE(find(QAccessible::ListItem, "um")->state().focused);
+    EXPECT_TRUE(find(QAccessible::ListItem, "dois")->state().focused);
+}
+
+TEST_F(AccessibilityTest, TheSelectedRowDoesNotClaimTheFocusWhileSomethingIsAsked) {
+    history.add("um", 1min);
+    show();
+    QTest::keyClick(&panel, Qt::Key_Down);
+    ASSERT_TRUE(find(QAccessible::ListItem, "um")->state().focused);
+
+    QTest::keyClick(&panel, Qt::Key_Delete);
+    EXPECT_FALSE(find(QAccessible::ListItem, "um")->state().focused);
+    EXPECT_TRUE(find(QAccessible::ListItem, "um")->state().selected);
+
+    QTest::keyClick(&panel, Qt::Key_Escape);
+    EXPECT_TRUE(find(QAccessible::ListItem, "um")->state().focused);
+}
+
+TEST_F(AccessibilityTest, TheKeyboardStandsOnTheLinesOfAMenu) {
+    history.add("um", 1min);
+    show();
+    QTest::keyClick(&panel, Qt::Key_Down);
+
+    QTest::keyClick(&panel, Qt::Key_Menu);
+    EXPECT_TRUE(find(QAccessible::PopupMenu, "")->state().focused);
+
+    for (const char* line : {"Colar agora", "Copiar", "Favoritar", "Excluir…"}) {
+        QTest::keyClick(&panel, Qt::Key_Down);
+        EXPECT_TRUE(find(QAccessible::MenuItem, line)->state().focused) << line;
+    }
+    act(find(QAccessible::MenuItem, "Copiar"), QAccessibleActionInterface::setFocusAction());
+    QTest::keyClick(&panel, Qt::Key_Return);
+    EXPECT_EQ(history.fake.pasteboard.string(pasteboardType::text), "um");
+}
+
 TEST_F(AccessibilityTest, TheMenuOfARowIsOpenedAndUsed) {
     history.add("um", 1min);
     show();

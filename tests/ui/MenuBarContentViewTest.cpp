@@ -291,5 +291,19 @@ TEST_F(MenuBarContentViewTest, WhereThePointerRestsWhenItAppearsNoHoverStarts) {
     EXPECT_FALSE(row(0)->isShowingPreview());
 }
 
+TEST_F(MenuBarContentViewTest, APointerThatLeftThePanelComesBackToTheSamePlace) {
+    history.add("um");
+    show();
+    row(0)->pointerAt({10, 70});
+    row(0)->pointerLeft();
+    history.fake.time.advance(1s);
+
+    view->pointerLeft();
+    row(0)->pointerAt({10, 70});
+    history.fake.time.advance(0.3s);
+
+    EXPECT_TRUE(row(0)->isShowingPreview());
+}
+
 }  // namespace
 }  // namespace nettlecap

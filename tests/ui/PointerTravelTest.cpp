@@ -28,5 +28,14 @@ TEST(PointerTravelTest, RemembersEachPlace) {
     EXPECT_TRUE(pointer.movesTo({10, 20}));
 }
 
+TEST(PointerTravelTest, WhatLeftAndCameBackToTheSamePlaceHasMoved) {
+    PointerTravel pointer;
+    pointer.movesTo({10, 20});
+
+    pointer.leaves();
+
+    EXPECT_TRUE(pointer.movesTo({10, 20}));
+}
+
 }  // namespace
 }  // namespace nettlecap

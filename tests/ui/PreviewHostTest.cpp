@@ -174,6 +174,28 @@ TEST_F(PreviewHostTest, StaysWhileThePointerIsOverIt) {
     EXPECT_FALSE(isShown());
 }
 
+TEST_F(PreviewHostTest, StaysAwayWhileSomethingLiesOverTheRows) {
+    select();
+
+    view->createSnippet();
+    EXPECT_FALSE(isShown());
+    EXPECT_TRUE(row(0)->isShowingPreview());
+
+    view->snippetEditor()->cancel();
+    EXPECT_TRUE(isShown());
+}
+
+TEST_F(PreviewHostTest, CoveredItNoLongerHasThePointer) {
+    hover(row(0));
+    row(0)->handleRowHover(false);
+    enter(window());
+
+    view->createSnippet();
+    history.fake.time.advance(200ms);
+
+    EXPECT_FALSE(row(0)->isShowingPreview());
+}
+
 TEST_F(PreviewHostTest, HiddenByTheWindowSystemItIsNoLongerItsRows) {
     select();
 

@@ -66,6 +66,20 @@ TEST_F(SearchPanelControllerTest, EscapeHidesThePanelAndDropsItsContentAfterward
     EXPECT_EQ(hidings, 1);
 }
 
+TEST_F(SearchPanelControllerTest, ItsContentIsOfTheSameTypesAtEachShow) {
+    const auto typeOfContent = [this] {
+        return std::string(window()->contentItem()->childItems().constFirst()->metaObject()->className());
+    };
+    show();
+    const std::string before = typeOfContent();
+
+    controller.hide();
+    history.fake.time.advance(0s);
+    show();
+
+    EXPECT_EQ(typeOfContent(), before);
+}
+
 TEST_F(SearchPanelControllerTest, ClosingHidesAndTheNextShowStartsAfresh) {
     history.add("um");
     show();

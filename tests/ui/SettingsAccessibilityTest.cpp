@@ -90,8 +90,11 @@ TEST_F(SettingsAccessibilityTest, SwitchesAreCheckBoxesThatToggle) {
     EXPECT_TRUE(images->state().checkable);
     EXPECT_TRUE(images->state().checked);
 
+    EXPECT_NE(find(images, QAccessible::StaticText, "Ativado", ""), nullptr);
+
     act(images, QAccessibleActionInterface::toggleAction());
     EXPECT_FALSE(images->state().checked);
+    EXPECT_NE(find(images, QAccessible::StaticText, "Desativado", ""), nullptr);
     EXPECT_FALSE(system.stored().captureImages);
 
     press(images);
@@ -115,7 +118,7 @@ TEST_F(SettingsAccessibilityTest, ADisabledSwitchSaysWhyAndDoesNothing) {
 
 TEST_F(SettingsAccessibilityTest, ModifiersAreTogglesOfTheirShortcut) {
     showSettings();
-    QAccessibleInterface* shift = find(QAccessible::Button, "⇧", "Item seguinte");
+    QAccessibleInterface* shift = find(QAccessible::CheckBox, "⇧", "Item seguinte");
     ASSERT_NE(shift, nullptr);
     EXPECT_TRUE(shift->state().checkable);
     EXPECT_FALSE(shift->state().checked);
@@ -133,6 +136,7 @@ TEST_F(SettingsAccessibilityTest, AKeyCanBeChosen) {
     // The last of the list is out of sight.
     ASSERT_TRUE(QTest::qWaitFor([this] { return find(QAccessible::ListItem, "↑") != nullptr; }));
 
+    EXPECT_TRUE(find(QAccessible::ListItem, "F")->state().focused);
     EXPECT_TRUE(find(QAccessible::ListItem, "F")->state().selected);
     press(find(QAccessible::ListItem, "↑"));
 

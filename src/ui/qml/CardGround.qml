@@ -1,3 +1,4 @@
+pragma ComponentBehavior: Bound
 import QtQuick
 
 /// The card's rounded ground within its transparent margin. Where nothing is translucent the
@@ -18,14 +19,17 @@ Item {
         model: root.isComposited ? Theme.cardMargin : 0
 
         Rectangle {
+            id: ring
+
             required property int index
+
             anchors.fill: parent
-            anchors.margins: index
-            radius: root.radius + Theme.cardMargin - index
+            anchors.margins: ring.index
+            radius: root.radius + Theme.cardMargin - ring.index
             color: "transparent"
             border.width: 1
             border.color: Theme.colors.card.shadow
-            opacity: Theme.cardShadow[index]
+            opacity: Theme.cardShadow[ring.index]
         }
     }
 

@@ -81,7 +81,7 @@ ListRow {
         anchors.verticalCenter: parent.verticalCenter
         activeFocusOnTab: false
         symbol: root.row?.favoriteSymbol ?? ""
-        symbolInk: root.isFavorite ? root.colors.favorite : root.isHovered || root.isSelected ? root.colors.caption : "transparent"
+        symbolInk: root.isFavorite ? root.colors.favorite : root.colors.caption
         wash: root.colors.pressed
         help: root.row?.favoriteLabel ?? ""
         onPressed: root.row.toggleFavorite()
@@ -90,6 +90,7 @@ ListRow {
     PreviewHost {
         anchor: root
         preview: root.row?.preview ?? null
+        isCovered: root.isCovered
         row: root.row
     }
 }

@@ -59,6 +59,7 @@ FocusScope {
         color: root.colors.sheet
         border.width: 1
         border.color: root.colors.border
+        clip: true  // as with the rows
 
         Column {
             id: content

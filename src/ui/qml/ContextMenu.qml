@@ -16,8 +16,12 @@ FocusScope {
 
     visible: isOpen
     onIsOpenChanged: if (!isOpen) leave()
+    onCurrentChanged: lineItems.itemAt(current)?.forceActiveFocus()
+
+    Accessible.role: Accessible.PopupMenu
 
     function open(row: QtObject, items: var, place: point) {
+        pointer.remember(root);
         root.items = items;
         current = -1;
         root.row = row;
@@ -48,6 +52,8 @@ FocusScope {
             current = next;
     }
 
+    RestingPointer { id: pointer }
+
     Keys.onDownPressed: root.step(1)
     Keys.onUpPressed: root.step(-1)
     Keys.onReturnPressed: root.choose(root.current)
@@ -74,8 +80,6 @@ FocusScope {
         border.width: 1
         border.color: root.colors.border
 
-        Accessible.role: Accessible.PopupMenu
-
         Column {
             id: lines
             x: 4
@@ -83,12 +87,17 @@ FocusScope {
             width: parent.width - 8
 
             Repeater {
+                id: lineItems
                 model: root.items
 
                 ContextMenuLine {
                     width: parent.width
                     isCurrent: index === root.current
-                    onPointed: root.current = index
+                    onActiveFocusChanged: if (activeFocus) root.current = index
+                    onPointerMoved: place => {
+                        if (pointer.hasMovedTo(place))
+                            root.current = index;
+                    }
                     onPressed: root.choose(index)
                 }
             }

@@ -10,19 +10,15 @@ Pressable {
 
     readonly property ControlColors colors: Theme.colors.controls
 
-    signal pointed
-
     implicitWidth: label.implicitWidth + 24
     implicitHeight: modelData.isDivider ? 9 : Theme.controlHeight + 2
     enabled: !modelData.isDivider
     opacity: 1
     activeFocusOnTab: false
-    onIsHoveredChanged: if (isHovered) pointed()
     Keys.enabled: false  // they are the menu's
 
     Accessible.role: modelData.isDivider ? Accessible.Separator : Accessible.MenuItem
     Accessible.name: modelData.label
-    Accessible.focusable: false
 
     Rectangle {
         anchors.fill: parent

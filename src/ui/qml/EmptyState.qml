@@ -14,7 +14,7 @@ Item {
 
     Column {
         anchors.centerIn: parent
-        width: parent.width - 8 * Theme.listPadding
+        width: Math.min(280, parent.width - 8 * Theme.listPadding)  // two lines of like length
         spacing: 6
 
         Symbol {

@@ -7,6 +7,9 @@ Item {
     id: root
 
     required property Views.MenuBarContentView view
+    required property bool hasKeyboard
+    required property QtObject menuRow  // whose menu is open
+    required property bool isCovered  // something lies over the list
 
     signal menuWanted(QtObject row, var items, point place)
     signal focusGiven
@@ -35,6 +38,9 @@ Item {
 
             x: Theme.listPadding
             width: ListView.view.width - 2 * Theme.listPadding
+            hasKeyboard: root.hasKeyboard
+            hasMenu: row !== null && row === root.menuRow
+            isCovered: root.isCovered
             onMenuWanted: place => root.menuWanted(row, row.menuItems, place)
             onFocusGiven: {
                 root.view.selectRow(index);

@@ -37,11 +37,21 @@ bool nearlyFills(QSize picture, QSize box) {
     return fitted.width() >= box.width() * (1 - sliver) && fitted.height() >= box.height() * (1 - sliver);
 }
 
+/// What of a picture is seen where it covers the box. Scaled as a whole, one that is long and
+/// narrower than the box would become many times as large as it was.
+QImage covering(const QImage& picture, QSize box) {
+    if (picture.width() >= box.width() && picture.height() >= box.height()) return picture;
+    const QSize kept = box.scaled(picture.size(), Qt::KeepAspectRatio).expandedTo({1, 1});
+    return picture.copy(
+        {{(picture.width() - kept.width()) / 2, (picture.height() - kept.height()) / 2}, kept});
+}
+
 QImage shaped(const QImage& picture, QSize size, HistoryPictures::Use use) {
     const bool isTile = use == HistoryPictures::Use::tile;
     const bool fills = isTile || nearlyFills(picture.size(), size);
-    const QImage scaled = picture.scaled(size, fills ? Qt::KeepAspectRatioByExpanding : Qt::KeepAspectRatio,
-                                         Qt::SmoothTransformation);
+    const QImage scaled =
+        fills ? covering(picture, size).scaled(size, Qt::KeepAspectRatioByExpanding, Qt::SmoothTransformation)
+              : picture.scaled(size, Qt::KeepAspectRatio, Qt::SmoothTransformation);
     QImage result(size, QImage::Format_ARGB32_Premultiplied);
     result.fill(Qt::transparent);
     QPainter painter(&result);

@@ -16,6 +16,7 @@ FocusScope {
     visible: editor !== null
 
     function open(picker: Item, editor: Views.ShortcutEditor) {
+        pointer.remember(root);
         root.picker = picker;
         root.editor = editor;
         list.currentIndex = editor.chosenKey;
@@ -36,6 +37,8 @@ FocusScope {
         editor = null;
         picker.forceActiveFocus();
     }
+
+    RestingPointer { id: pointer }
 
     Keys.onEscapePressed: root.close()
     Keys.onTabPressed: root.close()
@@ -86,7 +89,10 @@ FocusScope {
                 width: ListView.view.width
                 isChosen: root.editor !== null && index === root.editor.chosenKey
                 isCurrent: ListView.isCurrentItem
-                onPointed: list.currentIndex = index
+                onPointerMoved: place => {
+                    if (pointer.hasMovedTo(place))
+                        list.currentIndex = index;
+                }
                 onPressed: root.choose(index)
             }
         }

@@ -12,11 +12,8 @@ Pressable {
 
     readonly property color ink: isCurrent ? Theme.colors.controls.accentText : Theme.colors.controls.text
 
-    signal pointed
-
     implicitHeight: Theme.controlHeight
     activeFocusOnTab: false
-    onIsHoveredChanged: if (isHovered) pointed()
     Keys.enabled: false  // they are the list's
 
     Accessible.role: Accessible.ListItem

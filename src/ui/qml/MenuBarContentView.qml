@@ -11,6 +11,7 @@ FocusScope {
     required property Views.MenuBarContentView view
 
     readonly property bool isInWindow: Window.window !== null && Window.window.visible
+    readonly property bool isCovered: menu.isOpen || view.snippetEditor !== null || view.historyDeletion.isShown || view.historyClearing.isShown
 
     function focusSearchField() {
         header.forceActiveFocus();
@@ -20,6 +21,8 @@ FocusScope {
     implicitHeight: 560
     focus: true
     onIsInWindowChanged: if (isInWindow) view.pointerRestsAt(Pointer.positionIn(root))
+
+    HoverHandler { onHoveredChanged: if (!hovered) root.view.pointerLeft() }
 
     Rectangle {
         anchors.fill: parent
@@ -48,6 +51,9 @@ FocusScope {
             anchors.fill: parent
             visible: root.view.isHistory && !root.view.emptyState.isShown
             view: root.view
+            hasKeyboard: header.isSearching
+            menuRow: menu.row
+            isCovered: root.isCovered
             onMenuWanted: (row, items, place) => menu.open(row, items, place)
             onFocusGiven: root.focusSearchField()
         }
@@ -56,6 +62,9 @@ FocusScope {
             anchors.fill: parent
             visible: !root.view.isHistory && !root.view.emptyState.isShown
             view: root.view
+            hasKeyboard: header.isSearching
+            menuRow: menu.row
+            isCovered: root.isCovered
             onMenuWanted: (row, items, place) => menu.open(row, items, place)
             onFocusGiven: root.focusSearchField()
         }

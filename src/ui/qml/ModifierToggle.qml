@@ -12,6 +12,7 @@ Pressable {
     implicitWidth: 28
     implicitHeight: Theme.controlHeight
 
+    Accessible.role: Accessible.CheckBox  // of a button it would not be told whether it is pressed
     Accessible.name: symbol
     Accessible.checkable: true
     Accessible.checked: isOn

@@ -34,5 +34,6 @@ Item {
         anchors.margins: root.inset
         visible: !root.view.isImage
         view: root.view
+        clip: true  // as with the rows
     }
 }

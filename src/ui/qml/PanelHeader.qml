@@ -8,6 +8,8 @@ FocusScope {
 
     required property Views.MenuBarContentView view
 
+    readonly property bool isSearching: search.activeFocus
+
     signal menuKeyPressed
 
     implicitHeight: Theme.headerHeight + search.height + Theme.gap

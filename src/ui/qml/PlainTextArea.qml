@@ -57,6 +57,7 @@ FocusScope {
             color: root.colors.text
             selectionColor: root.colors.accent
             selectedTextColor: root.colors.accentText
+            KeyNavigation.backtab: root.KeyNavigation.backtab
             onTextChanged: if (root.isLoaded) root.edited(RawText.of(textDocument))
             onCursorRectangleChanged: scroll.reveal(cursorRectangle)
 

@@ -70,6 +70,8 @@ FocusScope {
         selectionColor: root.colors.accent
         selectedTextColor: root.colors.accentText
         onTextChanged: root.edited()
+        KeyNavigation.tab: root.KeyNavigation.tab
+        KeyNavigation.backtab: root.KeyNavigation.backtab
         Keys.onPressed: event => root.keyPressed(event)
 
         Accessible.role: Accessible.EditableText

@@ -10,6 +10,7 @@ Item {
     readonly property bool isHovered: hover.hovered
 
     signal pressed
+    signal pointerMoved(point place)
 
     activeFocusOnTab: enabled
     opacity: enabled ? 1 : 0.5
@@ -30,7 +31,11 @@ Item {
         return pressedByReturn;
     }
 
-    HoverHandler { id: hover }
+    HoverHandler {
+        id: hover
+        onHoveredChanged: if (hovered) root.pointerMoved(point.scenePosition)
+        onPointChanged: if (hovered) root.pointerMoved(point.scenePosition)
+    }
 
     TapHandler {
         id: tap

@@ -20,9 +20,17 @@ void PreviewHost::setPreview(QObject* preview) {
     if (isComplete_) update();
 }
 
+void PreviewHost::setCovered(bool isCovered) {
+    if (isCovered == isCovered_) return;
+    isCovered_ = isCovered;
+    if (!isComplete_ || !preview_) return;
+    if (isCovered) handleHover(false);
+    update();
+}
+
 void PreviewHost::update() {
     if (place_) place_->close(*this);
-    place_ = preview_ ? PreviewPlace::of(anchor_->window()) : nullptr;
+    place_ = preview_ && !isCovered_ ? PreviewPlace::of(anchor_->window()) : nullptr;
     if (place_) place_->show(*this);
 }
 

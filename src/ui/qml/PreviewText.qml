@@ -7,6 +7,10 @@ Item {
     required property string heading
     required property string text
 
+    // Where the preview fits on neither side of the panel, it fits above or below its row.
+    readonly property real roomAboveOrBelow: (Screen.height - Theme.tileSide - 2 * Theme.rowPadding) / 2
+    readonly property real mostTextHeight: Math.min(Theme.previewTextHeight, roomAboveOrBelow - 2 * (Theme.cardMargin + Theme.previewPadding) - scroll.y)
+
     implicitWidth: 420
     implicitHeight: scroll.y + scroll.height
 
@@ -28,7 +32,7 @@ Item {
         anchors.top: head.bottom
         anchors.topMargin: 8
         width: root.width
-        height: Math.min(body.height, Theme.previewTextHeight)
+        height: Math.min(body.height, root.mostTextHeight)
         contentHeight: body.height
         boundsBehavior: Flickable.StopAtBounds
         interactive: contentHeight > height

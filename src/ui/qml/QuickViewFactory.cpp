@@ -47,9 +47,7 @@ std::unique_ptr<HostedView> QuickViewFactory::make(const char* name, const QVari
     return std::make_unique<QuickHostedView>(std::move(item), std::move(owned));
 }
 
-void QuickViewFactory::releaseMemory() {
-    engine_.collectGarbage();
-    engine_.trimComponentCache();
-}
+/// The components stay: loaded anew, their types have new names, and of those Qt keeps a record.
+void QuickViewFactory::releaseMemory() { engine_.collectGarbage(); }
 
 }  // namespace nettlecap

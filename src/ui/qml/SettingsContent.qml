@@ -14,6 +14,9 @@ FocusScope {
     implicitHeight: 560
     focus: true
 
+    Accessible.role: Accessible.Pane  // what has the focus while no control has it yet
+    Accessible.name: title.text
+
     Rectangle {
         anchors.left: parent.left
         anchors.right: parent.right
@@ -30,6 +33,7 @@ FocusScope {
     }
 
     Text {
+        id: title
         anchors.left: button.right
         anchors.leftMargin: Theme.gap
         anchors.verticalCenter: button.verticalCenter
@@ -50,5 +54,6 @@ FocusScope {
         anchors.topMargin: Theme.formMargin / 2
         focus: true
         view: root.view
+        above: y
     }
 }

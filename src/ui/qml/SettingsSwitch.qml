@@ -46,7 +46,8 @@ Pressable {
         textFormat: Text.PlainText
         font: Theme.caption
         color: Theme.colors.secondaryText
-        Accessible.ignored: true
+        Accessible.role: Accessible.StaticText
+        Accessible.name: text
     }
 
     FocusRing {

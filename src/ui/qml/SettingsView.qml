@@ -8,6 +8,7 @@ FocusScope {
     id: root
 
     required property Views.SettingsView view
+    property real above: 0  // of what stands over the form; an alert covers that, too
 
     readonly property bool isActive: Window.active
     readonly property Item focusedItem: Window.activeFocusItem
@@ -34,6 +35,17 @@ FocusScope {
                 return;
             const top = item.mapToItem(sections, 0, 0).y;
             contentY = Math.max(top + item.height + 2 * Theme.formMargin - height, Math.min(contentY, top - Theme.formMargin));
+        }
+
+        // Comes to what is no control, which the Tab key passes by.
+        function turn(pages: int) {
+            contentY = Math.max(0, Math.min(contentY + pages * (height - 2 * Theme.formMargin), contentHeight - height));
+        }
+
+        Keys.onPressed: event => {
+            const pages = event.key === Qt.Key_PageDown ? 1 : event.key === Qt.Key_PageUp ? -1 : 0;
+            turn(pages);
+            event.accepted = pages !== 0;
         }
 
         anchors.fill: parent
@@ -92,6 +104,7 @@ FocusScope {
 
     ConfirmationAlert {
         anchors.fill: parent
+        anchors.topMargin: -root.above
         visible: root.view.showPurgeConfirmation
         title: "Limpar o histórico?"
         message: "Os itens não favoritados e seus arquivos serão excluídos permanentemente do aplicativo Nettlecap. Favoritos e mensagens da guia Salvos serão preservados. O histórico do Spotlight é controlado pelo macOS; o Nettlecap não tem acesso para excluí-lo ou modificá-lo."

@@ -2,7 +2,7 @@ pragma ComponentBehavior: Bound
 import QtQuick
 import Nettlecap.Views as Views
 
-/// The sheet in which a saved message is written.
+/// The sheet in which a saved message is written. The keyboard goes round within it.
 FocusScope {
     id: root
 
@@ -45,16 +45,22 @@ FocusScope {
             Accessible.name: text
         }
         PlainTextInput {
+            id: titleField
             width: parent.width
             focus: true
+            KeyNavigation.tab: contentField
+            KeyNavigation.backtab: saveButton
             pasteSource: root.view.pasteSource
             placeholder: "Título"
             text: root.view.title
             onEdited: root.view.title = text
         }
         PlainTextArea {
+            id: contentField
             width: parent.width
             height: 180
+            KeyNavigation.tab: cancelButton
+            KeyNavigation.backtab: titleField
             pasteSource: root.view.pasteSource
             name: "Conteúdo"
             initialText: root.view.content
@@ -65,13 +71,19 @@ FocusScope {
             spacing: 8
 
             PushButton {
+                id: cancelButton
                 text: "Cancelar"
                 pressedByReturn: false
+                KeyNavigation.tab: saveButton
+                KeyNavigation.backtab: contentField
                 onPressed: root.view.cancel()
             }
             PushButton {
+                id: saveButton
                 text: "Salvar"
                 isDefault: true
+                KeyNavigation.tab: titleField
+                KeyNavigation.backtab: cancelButton
                 enabled: root.view.canSave
                 pressedByReturn: false
                 onPressed: root.view.save()

@@ -84,6 +84,7 @@ ListRow {
     PreviewHost {
         anchor: root
         preview: root.row?.preview ?? null
+        isCovered: root.isCovered
         row: root.row
     }
 }

@@ -20,7 +20,7 @@ void Symbol::setColor(const QColor& color) {
 }
 
 void Symbol::paint(QPainter* painter) {
-    if (name_.isEmpty()) return;
+    if (name_.isEmpty() || color_.alpha() == 0) return;  // not worth its drawing, in rows by the dozen
     QSvgRenderer symbol(QStringLiteral(":/nettlecap/symbols/%1.svg").arg(name_));
     symbol.setAspectRatioMode(Qt::KeepAspectRatio);
     symbol.render(painter, boundingRect());

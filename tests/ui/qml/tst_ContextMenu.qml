@@ -26,6 +26,15 @@ Item {
             openMenu(rows()[0]);
             compare(menuLines(), ["Colar agora", "Copiar", "Favoritar", "-", "Excluir…"]);
         }
+        function test_itsRowIsMarked() {
+            History.add("um", 1);
+            History.add("dois", 2);
+            show();
+            openMenu(rows()[1]);
+            compare(rows().map(row => row.hasMenu), [false, true]);
+            keyClick(Qt.Key_Escape);
+            compare(rows().map(row => row.hasMenu), [false, false]);
+        }
         function test_ofAPicture() {
             Cards.savePicture("a.png", 40, 40);
             History.addPicture("a.png");

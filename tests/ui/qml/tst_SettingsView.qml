@@ -87,6 +87,13 @@ Item {
             return items(content, item => item instanceof ConfirmationAlert)[0];
         }
 
+        function test_anAlertCoversWhatStandsAboveTheForm() {
+            show();
+            content.above = 34;
+            content.view.showPurgeConfirmation = true;
+            const covered = alert().mapToItem(content, 0, 0, alert().width, alert().height);
+            compare(covered, Qt.rect(0, -34, 430, 594));
+        }
         function test_sectionsStandInOrder() {
             show();
             compare(sections().map(section => section.title), ["Atualizações", "Atalhos globais", "Comportamento", "Armazenamento", "Privacidade"]);
@@ -318,6 +325,18 @@ Item {
             compare(seen.filter(item => item instanceof PushButton).length, 3);
             compare(seen.filter(item => item instanceof SettingsSwitch).length, 4);
             compare(seen.filter(item => item instanceof Stepper).length, 1);
+        }
+        function test_whatStandsBesideNoControlIsReachedByPages() {
+            show();
+            button("Limpar histórico…").forceActiveFocus();
+            for (let page = 0; page < 4; ++page)
+                keyClick(Qt.Key_PageDown);
+            verify(scroll().atYEnd);
+            keyClick(Qt.Key_PageUp);
+            verify(!scroll().atYEnd);
+            for (let page = 0; page < 4; ++page)
+                keyClick(Qt.Key_PageUp);
+            verify(scroll().atYBeginning);
         }
         function test_nothingOverflows() {
             Settings.requireApproval();
