@@ -1,5 +1,7 @@
 """The program as a screen reader finds it, through AT-SPI."""
 
+import contextlib
+
 import gi
 
 gi.require_version("Atspi", "2.0")
@@ -9,7 +11,7 @@ ENVIRONMENT = {"QT_LINUX_ACCESSIBILITY_ALWAYS_ON": "1"}
 
 
 def nodes(role):
-    """Everything of that role that is on the screen, from top to bottom."""
+    """Everything of that role that is on the screen, in the order of the tree."""
     found = []
     loop = GLib.MainContext.default()
     while loop.pending():  # what the programs told meanwhile, which brings the cache up to date
@@ -47,6 +49,38 @@ def names(role):
 
 def selected(role):
     return [node.get_name() for node in nodes(role) if node.get_state_set().contains(Atspi.StateType.SELECTED)]
+
+
+def place(node):
+    """Left, top, width and height, counted from the corner of its window. Along with that
+    corner Qt tells a wrong size."""
+    component = node.get_component_iface()
+    corner, size = (component.get_extents(kind) for kind in (Atspi.CoordType.WINDOW, Atspi.CoordType.SCREEN))
+    return corner.x, corner.y, size.width, size.height
+
+
+def named(role, name):
+    return next((node for node in nodes(role) if node.get_name() == name), None)
+
+
+def rows():
+    """Of a list, from top to bottom."""
+    while True:
+        with contextlib.suppress(GLib.Error):  # one is gone between the question and the answer
+            return sorted(nodes("list item"), key=lambda node: place(node)[1])
+
+
+def row_names():
+    return [node.get_name() for node in rows()]
+
+
+def middle(node):
+    left, top, width, height = place(node)
+    return left + width // 2, top + height // 2
+
+
+def checked(role):
+    return [node.get_name() for node in nodes(role) if node.get_state_set().contains(Atspi.StateType.CHECKED)]
 
 
 def press(role, name):

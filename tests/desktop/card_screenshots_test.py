@@ -1,6 +1,7 @@
 """Pictures of the card for people to look at, in the artefacts folder."""
 
 import accessible
+from appearance import environment
 from desktop import main, run, settled_screenshot, wait_until
 from hot_keys import HINT, OLDER, HotKeyTest
 from keyboard import SUPER
@@ -15,8 +16,6 @@ LONG = (
     "Qualquer correção, por favor, até amanhã ao meio-dia.\nAbraços,\nJoão"
 )
 CARDS = ("missing", "picture", "long", "masked", "short")  # in the order of being copied
-DARK = "[Colors:Window]\nBackgroundNormal=42,46,50\nForegroundNormal=252,252,252\n"
-DARK += "[Colors:Button]\nBackgroundNormal=49,54,59\nForegroundNormal=252,252,252\n"
 
 
 class CardScreenshotsTest(HotKeyTest):
@@ -24,13 +23,8 @@ class CardScreenshotsTest(HotKeyTest):
         """The test itself does, under the appearance it wants."""
 
     def start_with(self, appearance):
-        configuration = self.folder / "config"
-        configuration.mkdir()
-        environment = dict(accessible.ENVIRONMENT)
-        if appearance == "dark":
-            (configuration / "kdeglobals").write_text(DARK)
-            environment |= {"XDG_CURRENT_DESKTOP": "KDE", "KDE_SESSION_VERSION": "5", "KDEHOME": str(configuration)}
-        self.program = self.nettlecap(environment=environment).start()
+        surroundings = environment(appearance, self.folder / "config")
+        self.program = self.nettlecap(environment=surroundings).start()
 
     def copy_all(self):
         for name, colours in (("missing", "xc:gray"), ("picture", "plasma:royalblue-gold")):

@@ -4,6 +4,7 @@ fails unless all of it happened."""
 import contextlib
 import sys
 
+import accessible
 from desktop import ARTEFACTS, Desktop, keep_doing, keys, run, screenshot, wait_until
 
 TYPED = "Bom dia! Este texto foi digitado num editor e copiado com Ctrl+C."
@@ -18,7 +19,7 @@ class Demonstration(contextlib.ExitStack, Desktop):
         self.open()
         self.client("tint2")
         self.say("Nettlecap starts; its panel appears by itself")
-        self.program = self.nettlecap().spawn()
+        self.program = self.nettlecap(environment=accessible.ENVIRONMENT).spawn()
         self.program.wait_for_panel()
         screenshot("1-first-start")
         self.program.close_panel()

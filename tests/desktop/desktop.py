@@ -16,6 +16,7 @@ import tempfile
 import time
 import unittest
 
+import accessible
 from screen import Screen
 
 HERE = pathlib.Path(__file__).resolve().parent
@@ -23,6 +24,8 @@ PROGRAM = os.environ["NETTLECAP_PROGRAM"]
 ARTEFACTS = pathlib.Path(os.environ["NETTLECAP_ARTEFACTS"])
 ROOM = pathlib.Path(os.environ["NETTLECAP_TEST_DESKTOP"])
 DEADLINE = 40.0  # seconds: many times what the slowest condition takes on a loaded machine
+# Root passes every permission check; without this capability it is held to them like anybody.
+AS_ANYBODY = ("setpriv", "--bounding-set=-dac_override,-dac_read_search") if os.geteuid() == 0 else ()
 
 
 def wait_until(condition, what, seconds=DEADLINE):
@@ -52,6 +55,15 @@ def keep_doing(action, condition, what, every=1.5):
     raise AssertionError(f"tried {DEADLINE:.0f} s in vain: {what}")
 
 
+def remains(condition, what, seconds=0.8):
+    """For what must not happen later: fails as soon as the condition does not hold."""
+    end = time.monotonic() + seconds
+    while time.monotonic() < end:
+        if not condition():
+            raise AssertionError(f"it did not last {seconds} s: {what}")
+        time.sleep(0.02)
+
+
 def run(*command, **options):
     return subprocess.run(command, check=True, capture_output=True, timeout=DEADLINE, **options).stdout
 
@@ -61,8 +73,12 @@ def keys(*names):
     run("xdotool", "key", "--clearmodifiers", *names)
 
 
-def click(x, y, times=1):
-    run("xdotool", "mousemove", str(x), str(y), "click", "--repeat", str(times), "--delay", "60", "1")
+def point_at(x, y):
+    run("xdotool", "mousemove", str(x), str(y))
+
+
+def click(x, y, times=1, button=1):
+    run("xdotool", "mousemove", str(x), str(y), "click", "--repeat", str(times), "--delay", "60", str(button))
 
 
 def screenshot(name):
@@ -144,11 +160,20 @@ class Nettlecap:
         wait_until(lambda: self.screen.active() == panel.id, "the panel has the focus")
         return panel
 
-    def click_row(self, number):
-        """A click on a row of the shown panel, the first being 0: below a header of 48, 8 of
-        padding, rows are 50 high and 3 apart."""
-        x, y = self.screen.position(self.panel())
-        click(x + 180, y + 48 + 8 + 25 + 53 * number)
+    def middle(self, node):
+        """Where on the screen the middle is of something within the shown panel, for which the
+        program has to run with accessible.ENVIRONMENT."""
+        window = self.screen.window(window_class="Nettlecap")
+        corner, middle = self.screen.position(window), accessible.middle(node)
+        return corner[0] + middle[0], corner[1] + middle[1]
+
+    def middle_of_row(self, number):
+        """Of the shown panel, the first being 0."""
+        rows = wait_until(lambda: accessible.rows()[number:], f"a row {number}")
+        return self.middle(rows[0])
+
+    def click_row(self, number, times=1):
+        click(*self.middle_of_row(number), times)
 
     def check_alive(self):
         status = self.process.poll()

@@ -51,8 +51,16 @@ class HotKeyTest(DesktopTest):
             self.offer(text)
             self.program.wait_for_text(text)
 
-    def card(self):
-        """The card's window, while it is on the screen."""
+    def open_panel(self):
+        """With the search key; the panel has the keyboard then."""
+        self.keyboard.chord(*SEARCH)
+        panel = self.program.wait_for_panel()
+        wait_until(lambda: self.screen.active() == panel.id, "the panel is in front")
+        wait_until(lambda: self.screen.focus() == panel.id, "the panel has the keyboard")
+        return panel
+
+    def floating(self):
+        """What the program shows above everything, while it is there: the card or a preview."""
         for window in self.screen.root.query_tree().children:
             with contextlib.suppress(Exception):  # it is gone between the list and the question
                 known = window.get_attributes()
@@ -60,6 +68,9 @@ class HotKeyTest(DesktopTest):
                     if (window.get_wm_class() or ("", ""))[1] == "Nettlecap":
                         return window
         return None
+
+    def card(self):
+        return self.floating()
 
     def wait_for_card(self, position, *texts):
         """The card, once it tells that position and these texts."""

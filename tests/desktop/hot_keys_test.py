@@ -80,12 +80,6 @@ class SearchKeyTest(HotKeyTest):
         super().setUp()
         self.copied("o primeiro", "o segundo", "o terceiro")
 
-    def open_panel(self):
-        self.keyboard.chord(*SEARCH)
-        panel = self.program.wait_for_panel()
-        wait_until(lambda: self.screen.active() == panel.id, "the panel is in front")
-        wait_until(lambda: self.screen.focus() == panel.id, "the panel has the keyboard")
-
     def in_each_target(self, act):
         """Nothing is typed into it, and it has the keyboard again afterwards."""
         for kind in targets.ALL:

@@ -2,13 +2,14 @@
 
 import hashlib
 
+import accessible
 from desktop import DesktopTest, keep_doing, keys, main, run, wait_until
 
 
 class PutBackTest(DesktopTest):
     def setUp(self):
         super().setUp()
-        self.program = self.nettlecap().start()
+        self.program = self.nettlecap(environment=accessible.ENVIRONMENT).start()
 
     def copied(self, *texts):
         for text in texts:

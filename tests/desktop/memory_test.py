@@ -1,0 +1,105 @@
+"""What the program holds of the memory while its panel is closed. Nothing asks for
+accessibility here, which keeps a record of everything that was ever shown."""
+
+import json
+import os
+import pathlib
+
+import accessible
+from desktop import DesktopTest, click, keep_doing, main, wait_until
+from hot_keys import SEARCH
+from keyboard import Keyboard
+from panel import SETTINGS
+
+MIB = 1 << 20
+ROUNDS = int(os.environ.get("NETTLECAP_PANEL_ROUNDS", "40"))
+ENTRIES = [
+    {
+        "id": f"{number:08X}-0000-4000-8000-000000000000",
+        "kind": "text",
+        "text": f"linha {number}: " + "palavra " * 120,
+        "createdAt": 700000000 + number,
+        "fingerprint": f"text:{number:064x}",
+        "isFavorite": False,
+        "sourceApplication": "Mousepad",
+    }
+    for number in range(500)
+]
+
+
+class MemoryTest(DesktopTest):
+    def setUp(self):
+        super().setUp()
+        self.keyboard = Keyboard()
+        self.addCleanup(self.keyboard.close)
+        self.program = self.nettlecap(environment=accessible.ENVIRONMENT)
+        self.program.images.mkdir(parents=True)
+        self.program.state_file.write_text(json.dumps({"entries": ENTRIES, "snippets": []}))
+        self.find_buttons()
+        for name in accessible.ENVIRONMENT:
+            del self.program.environment[name]
+        self.program.start()
+
+    def find_buttons(self):
+        """They are in the same places afterwards."""
+        self.program.start().show_panel()
+        self.gear = self.place_of("Ajustes")
+        click(*self.gear)
+        self.wait_for_title(SETTINGS)
+        self.back = self.place_of("Voltar ao histórico")
+        self.program.stop()
+
+    def place_of(self, button):
+        found = wait_until(lambda: accessible.named("push button", button), f"a button {button!r}")
+        return self.program.middle(found)
+
+    def wait_for_title(self, title):
+        wait_until(lambda: self.screen.window("Nettlecap", title), f"the panel is called {title!r}")
+
+    def use_panel(self, rounds):
+        """Everything that it can show, again and again."""
+        for _ in range(rounds):
+            self.keyboard.chord(*SEARCH)
+            panel = self.program.wait_for_panel()
+            wait_until(lambda: self.screen.focus() == panel.id, "the panel has the keyboard")
+            self.keyboard.tap(*"linha", "Down", "Down", "Up", "Right", "Left")
+            click(*self.gear)
+            self.wait_for_title(SETTINGS)
+            click(*self.back)
+            self.wait_for_title("Nettlecap")
+            self.close_panel()
+
+    def close_panel(self):
+        keep_doing(lambda: self.keyboard.tap("Escape"), lambda: not self.program.panel(), "the panel closes")
+
+    def memory(self, kind):
+        """In bytes, once it is the same for a while: closing goes on behind the scenes. Who may
+        not look into a release build may know this much."""
+        seen = []
+
+        def settled():
+            seen.append(self.measured(kind))
+            return len(seen) >= 25 and max(seen[-25:]) - min(seen[-25:]) < MIB // 16
+
+        wait_until(settled, "the memory stands still")
+        return seen[-1]
+
+    def measured(self, kind):
+        for line in pathlib.Path(f"/proc/{self.program.process.pid}/status").read_text().splitlines():
+            if line.startswith(f"{kind}:"):
+                return int(line.split()[1]) * 1024
+        raise AssertionError(f"the kernel tells no {kind}")
+
+    def test_a_panel_that_opens_changes_and_closes_holds_on_to_nothing(self):
+        self.use_panel(20)
+        before = self.memory("RssAnon")
+
+        self.use_panel(ROUNDS)
+
+        grown = self.memory("RssAnon") - before
+        print(f"{ROUNDS} rounds: {before / MIB:.1f} MiB of its own, {grown / MIB:+.2f} MiB", end=" ... ", flush=True)
+        self.assertLess(grown, 2 * MIB)
+
+
+if __name__ == "__main__":
+    main()
