@@ -9,6 +9,11 @@ from hot_keys import HotKeyTest
 
 SETTINGS = "Ajustes do Nettlecap"
 
+# Where a hand may hold the panel, from the corner of its content.
+TITLE_BAR = (100, -10)
+BESIDE_ITS_NAME = (180, 20)
+BETWEEN_THE_BUTTONS = (215, 540)
+
 
 class PanelTest(HotKeyTest):
     preferences = {}  # other than by default
@@ -89,10 +94,10 @@ class PanelTest(HotKeyTest):
     def point_at_row(self, number):
         point_at(*self.program.middle_of_row(number))
 
-    def drag_by_title(self, right, down):
-        """As a hand does it: hold the title bar, move, let go."""
+    def drag(self, right, down, held=TITLE_BAR):
+        """As a hand does it: hold the panel at a place in it, move, let go."""
         before = self.screen.position(self.window())
-        point_at(before[0] + 100, before[1] - 10)
+        point_at(before[0] + held[0], before[1] + held[1])
         run("xdotool", "mousedown", "1")
         for _ in range(10):
             run("xdotool", "mousemove_relative", "--", str(right // 10), str(down // 10))

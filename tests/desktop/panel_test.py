@@ -3,8 +3,8 @@ what becomes of it."""
 
 import accessible
 import targets
-from desktop import main, run, wait_until
-from panel import SETTINGS, PanelTest
+from desktop import click, main, run, wait_until
+from panel import BESIDE_ITS_NAME, BETWEEN_THE_BUTTONS, SETTINGS, PanelTest
 
 
 class OpeningTest(PanelTest):
@@ -99,7 +99,7 @@ class PlaceTest(PanelTest):
     def test_a_panel_that_was_moved_stays_there_while_its_content_changes(self):
         self.copied("uma linha")
         self.open_panel()
-        place = self.drag_by_title(right=-150, down=80)
+        place = self.drag(right=-150, down=80)
 
         self.press("push button", "Ajustes")
         self.wait_for_title(SETTINGS)
@@ -114,6 +114,16 @@ class PlaceTest(PanelTest):
         self.open_panel()  # the key leads back as well
         self.wait_for_rows("uma linha")
         self.assertEqual(self.screen.position(self.window()), place)
+
+    def test_it_is_dragged_by_its_background_too_and_hears_the_next_click(self):
+        self.copied("uma linha")
+        self.open_panel()
+        self.drag(right=-150, down=80, held=BESIDE_ITS_NAME)
+        self.drag(right=60, down=-40, held=BETWEEN_THE_BUTTONS)
+
+        click(*self.program.middle(accessible.named("push button", "Ajustes")))
+        self.wait_for_title(SETTINGS)
+        self.drag(right=60, down=-40, held=BESIDE_ITS_NAME)
 
 
 class WithinTest(PanelTest):

@@ -24,10 +24,7 @@ FocusScope {
 
     HoverHandler { onHoveredChanged: if (!hovered) root.view.pointerLeft() }
 
-    Rectangle {
-        anchors.fill: parent
-        color: Theme.colors.background
-    }
+    PanelGround { anchors.fill: parent }
 
     PanelHeader {
         id: header

@@ -17,12 +17,11 @@ FocusScope {
     Accessible.role: Accessible.Pane  // what has the focus while no control has it yet
     Accessible.name: title.text
 
-    Rectangle {
+    PanelGround {
         anchors.left: parent.left
         anchors.right: parent.right
         anchors.top: parent.top
         anchors.bottom: form.top
-        color: Theme.colors.background
     }
 
     SettingsNavigationButton {
