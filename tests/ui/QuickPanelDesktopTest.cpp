@@ -53,7 +53,7 @@ protected:
     void showPreview() {
         view()->moveCurrentSelection(1);
         history.fake.time.advance(150ms);
-        ASSERT_TRUE(waitFor([this] { return preview() && preview()->isExposed(); }));
+        ASSERT_TRUE(waitFor([] { return preview() && preview()->isExposed(); }));
     }
     template <class Window>
     static Window* find() {
