@@ -1,21 +1,16 @@
 #include "Process.h"
-#include "app/AppDelegate.h"
-#include "app/AppUpdateController.h"
-#include "app/LaunchAtLogin.h"
 #include "platform/linux/HistoryLock.h"
 #include "platform/linux/LinuxPlatform.h"
 #include "platform/linux/PosixFileSystem.h"
 #include "platform/linux/SingleInstance.h"
 #include "ui/NavigationHUDController.h"
 #include "ui/SearchPanelController.h"
-#include "ui/StatusBarPopoverContent.h"
 #include "ui/qml/AppIcon.h"
 #include "ui/qml/QuickPanels.h"
-#include "ui/qml/QuickPopover.h"
 #include "ui/qml/QuickViewFactory.h"
 
-#include <QApplication>
 #include <QClipboard>
+#include <QGuiApplication>
 #include <QQuickWindow>
 #include <QSessionManager>
 #include <cstdio>
@@ -46,6 +41,7 @@ void prepare(QGuiApplication& application) {
     // the owner while it does.
     QGuiApplication::clipboard()->blockSignals(true);
     application.setQuitOnLastWindowClosed(false);
+    application.setWindowIcon(AppIcon::windowIcon());
     // The login item starts the program with the session, and nothing else does.
     const auto neverRestart = [](QSessionManager& session) {
         session.setRestartHint(QSessionManager::RestartNever);
@@ -54,66 +50,40 @@ void prepare(QGuiApplication& application) {
     QObject::connect(&application, &QGuiApplication::saveStateRequest, neverRestart);
 }
 
-MenuBarContentView::Ports contentPorts(LinuxPlatform& backend) {
-    const Platform platform = backend.platform();
-    return {.clock = platform.clock,
-            .scheduler = platform.scheduler,
-            .identifiers = platform.identifiers,
-            .images = platform.images,
-            .text = platform.text,
-            .pasteboard = platform.pasteboard,
-            .quit = [&application = platform.application] { application.terminate(); }};
-}
-
 AppModel::Windows makeWindows(LinuxPlatform& backend, PanelFactory& panels, ViewFactory& views) {
-    auto hud = std::make_unique<NavigationHUDController>(
-        NavigationHUDController::Collaborators{.panels = panels,
-                                               .screens = backend.screens(),
-                                               .scheduler = backend.platform().scheduler,
-                                               .views = views});
+    const Platform platform = backend.platform();
+    auto hud = std::make_unique<NavigationHUDController>(NavigationHUDController::Collaborators{
+        .panels = panels, .screens = backend.screens(), .scheduler = platform.scheduler, .views = views});
     auto searchPanel = std::make_unique<SearchPanelController>(
-        SearchPanelController::Collaborators{
-            .ports = contentPorts(backend), .panels = panels, .screens = backend.screens(), .views = views},
+        SearchPanelController::Collaborators{.ports = {.clock = platform.clock,
+                                                       .scheduler = platform.scheduler,
+                                                       .identifiers = platform.identifiers,
+                                                       .images = platform.images,
+                                                       .text = platform.text,
+                                                       .pasteboard = platform.pasteboard,
+                                                       .quit = [] { QCoreApplication::exit(); }},
+                                             .panels = panels,
+                                             .screens = backend.screens(),
+                                             .views = views},
         releaseMemory);
     return {.hud = std::move(hud), .searchPanel = std::move(searchPanel)};
 }
 
-AppModel::Services makeServices(LinuxPlatform& backend) {
-    const Platform platform = backend.platform();
-    auto updates = std::make_unique<AppUpdateController>(backend.bundle(), backend.makeUpdater());
-    auto loginItem = std::make_unique<LaunchAtLogin>(LaunchAtLogin::Ports{.loginItem = backend.loginItem(),
-                                                                          .bundle = backend.bundle(),
-                                                                          .files = platform.files,
-                                                                          .clock = platform.clock});
-    return {.updates = std::move(updates), .loginItem = std::move(loginItem)};
-}
-
-int run(LinuxPlatform& backend) {
+int run(LinuxPlatform& backend, const SingleInstance& instance) {
     const Platform platform = backend.platform();
     QuickViewFactory views(ClipboardStore::defaultImagesDirectory(platform.files));
     QuickPanels panels(backend.windows(), backend.screens());
-    QuickPopover popover({.windows = backend.windows(),
-                          .screens = backend.screens(),
-                          .scheduler = platform.scheduler,
-                          .events = platform.events},
-                         [&item = backend.statusItem()] { return item.geometry(); });
-    AppModel app(platform, makeWindows(backend, panels, views), makeServices(backend));
-    StatusBarPopoverContent content(contentPorts(backend), views);
-    AppDelegate delegate({.app = app,
-                          .application = platform.application,
-                          .scheduler = platform.scheduler,
-                          .statusItem = backend.statusItem(),
-                          .popover = popover,
-                          .content = content});
+    AppModel app(platform, makeWindows(backend, panels, views), {});
+    const auto activations = instance.onActivate([&app] { app.openNettlecap(); });
     const auto loss = backend.onLost([] {
         // Nothing can be handed over any more, and everything is saved.
         std::_Exit(fail("a conexão com o servidor X foi perdida"));
     });
-    const TerminationSignals terminations([&application = platform.application] { application.terminate(); });
-    delegate.applicationWillFinishLaunching();
-    delegate.applicationDidFinishLaunching();
-    const int status = QApplication::exec();
-    delegate.applicationWillTerminate();
+    // Not quit(): that asks the windows first, and a panel only hides when it is asked to close.
+    const TerminationSignals terminations([] { QCoreApplication::exit(); });
+    app.start();
+    app.openNettlecap();
+    const int status = QGuiApplication::exec();
     backend.handOver();
     return status;
 }
@@ -130,7 +100,7 @@ int main() {
     char name[] = "nettlecap";
     char* arguments[] = {name, nullptr};
     int count = 1;
-    QApplication application(count, arguments);
+    QGuiApplication application(count, arguments);
     prepare(application);
 
     const auto instance = SingleInstance::claim();
@@ -142,7 +112,7 @@ int main() {
     const auto lock = HistoryLock::take(folder);
     if (lock && !*lock) return fail(alreadyRunning);
 
-    const auto backend = LinuxPlatform::open(**instance, AppIcon::drawing);
+    const auto backend = LinuxPlatform::open();
     if (!backend) return fail("não foi possível abrir a tela", backend.description());
-    return run(**backend);
+    return run(**backend, **instance);
 }

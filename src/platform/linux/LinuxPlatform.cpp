@@ -1,7 +1,6 @@
 #include "platform/linux/LinuxPlatform.h"
 
 #include "platform/linux/FileUserDefaults.h"
-#include "platform/linux/InstalledBundle.h"
 #include "platform/linux/PosixFileSystem.h"
 #include "platform/linux/QtBackgroundWork.h"
 #include "platform/linux/QtImageCodec.h"
@@ -9,8 +8,7 @@
 #include "platform/linux/QtTextMeasure.h"
 #include "platform/linux/RandomIdentifiers.h"
 #include "platform/linux/SystemClock.h"
-#include "platform/linux/XdgLoginItem.h"
-#include "platform/linux/x11/X11Bell.h"
+#include "platform/linux/x11/X11Application.h"
 #include "platform/linux/x11/X11EventMonitors.h"
 #include "platform/linux/x11/X11HotKeys.h"
 #include "platform/linux/x11/X11Keyboard.h"
@@ -29,8 +27,6 @@ struct LinuxPlatform::Parts {
     RandomIdentifiers identifiers;
     PosixFileSystem files;
     FileUserDefaults defaults{files, FileUserDefaults::folderOfUser()};
-    InstalledBundle bundle{files};
-    XdgLoginItem loginItem{files};
     QtImageCodec images;
     QtTextMeasure text;
     DesktopEntries entries{DesktopEntries::dataFoldersOfEnvironment(), MessageLocale::ofEnvironment()};
@@ -44,9 +40,7 @@ struct LinuxPlatform::Parts {
     std::unique_ptr<X11EventMonitors> events;
     std::unique_ptr<X11HotKeys> hotKeys;
     std::unique_ptr<X11Keyboard> keyboard;
-    std::unique_ptr<X11Bell> bell;
-    std::unique_ptr<LinuxApplication> application;
-    std::unique_ptr<QtStatusItem> statusItem;
+    std::unique_ptr<X11Application> application;
 };
 
 Result<Done> LinuxPlatform::findDisplay() {
@@ -57,8 +51,7 @@ Result<Done> LinuxPlatform::findDisplay() {
     return Done();
 }
 
-Result<std::unique_ptr<LinuxPlatform>> LinuxPlatform::open(const SingleInstance& instance,
-                                                           LinuxApplication::Drawings drawings) {
+Result<std::unique_ptr<LinuxPlatform>> LinuxPlatform::open() {
     auto parts = std::make_unique<Parts>();
     auto connection = X11Connection::open();
     if (!connection) return Failure{connection.description()};
@@ -88,9 +81,7 @@ Result<std::unique_ptr<LinuxPlatform>> LinuxPlatform::open(const SingleInstance&
                                                                        .entries = parts->entries,
                                                                        .pasteboard = *parts->pasteboard,
                                                                        .hotKeys = *parts->hotKeys});
-    parts->bell = std::make_unique<X11Bell>(*parts->connection);
-    parts->application = std::make_unique<LinuxApplication>(*parts->bell, instance, std::move(drawings));
-    parts->statusItem = std::make_unique<QtStatusItem>(*parts->connection);
+    parts->application = std::make_unique<X11Application>(*parts->connection);
     return std::unique_ptr<LinuxPlatform>(new LinuxPlatform(std::move(parts)));
 }
 
@@ -118,16 +109,6 @@ Platform LinuxPlatform::platform() {
 Screens& LinuxPlatform::screens() { return *parts_->screens; }
 
 NativeWindows& LinuxPlatform::windows() { return *parts_->windows; }
-
-QtStatusItem& LinuxPlatform::statusItem() { return *parts_->statusItem; }
-
-LoginItem& LinuxPlatform::loginItem() { return parts_->loginItem; }
-
-const BundleInfo& LinuxPlatform::bundle() const { return parts_->bundle; }
-
-MakeSoftwareUpdater LinuxPlatform::makeUpdater() {
-    return [] { return std::unique_ptr<SoftwareUpdater>(); };
-}
 
 void LinuxPlatform::handOver() { parts_->pasteboard->handOver(); }
 

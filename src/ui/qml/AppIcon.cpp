@@ -7,27 +7,26 @@ namespace nettlecap {
 
 namespace {
 
-QString fileOf(const QString& name) { return QStringLiteral(":/nettlecap/symbols/%1.svg").arg(name); }
+void draw(QPainter* painter, const QRectF& bounds) {
+    QSvgRenderer drawing(QStringLiteral(":/nettlecap/symbols/Nettlecap.svg"));
+    drawing.render(painter, bounds);
+}
 
 }  // namespace
 
-QIcon AppIcon::drawing(const QString& name) {
+QIcon AppIcon::windowIcon() {
     QIcon icon;
-    QSvgRenderer drawing(fileOf(name));
-    if (!drawing.isValid()) return icon;
     for (const int side : {16, 24, 32, 48, 64}) {
         QPixmap pixmap(side, side);
         pixmap.fill(Qt::transparent);
         QPainter painter(&pixmap);
-        drawing.render(&painter, QRectF(pixmap.rect()));
+        draw(&painter, QRectF(pixmap.rect()));
         painter.end();
         icon.addPixmap(pixmap);
     }
     return icon;
 }
 
-void AppIcon::paint(QPainter* painter) {
-    QSvgRenderer(fileOf(QStringLiteral("Nettlecap"))).render(painter, boundingRect());
-}
+void AppIcon::paint(QPainter* painter) { draw(painter, boundingRect()); }
 
 }  // namespace nettlecap

@@ -15,9 +15,7 @@ class AppIcon : public QQuickPaintedItem {
 public:
     explicit AppIcon(QQuickItem* parent = nullptr) : QQuickPaintedItem(parent) {}
 
-    /// A drawing of the program in the sizes that desktops ask for. Null: there is none by
-    /// this name.
-    static QIcon drawing(const QString& name);
+    static QIcon windowIcon();  ///< in the sizes that desktops ask for
 
     void paint(QPainter* painter) override;
 };

@@ -1,8 +1,8 @@
-#include "platform/linux/x11/X11Bell.h"
+#include "platform/linux/x11/X11Application.h"
 
 namespace nettlecap {
 
-void X11Bell::ring() {
+void X11Application::beep() {
     xcb_bell(connection_.xcb(), 0);  // as loud as the user has set it
     connection_.flush();
 }
