@@ -15,7 +15,7 @@ void ReadOut::setWanted(bool isWanted) {
     isWanted_ = isWanted;
     Q_EMIT isWantedChanged();
     // Not at once: an item that is being made has no name yet.
-    if (isWanted_) QMetaObject::invokeMethod(this, &ReadOut::tell, Qt::QueuedConnection);
+    if (isWanted_) QMetaObject::invokeMethod(this, "tell", Qt::QueuedConnection);
 }
 
 void ReadOut::tell() const {

@@ -26,7 +26,7 @@ Q_SIGNALS:
     void isWantedChanged();
 
 private:
-    void tell() const;
+    Q_INVOKABLE void tell() const;
 
     QPointer<QQuickItem> item_;
     bool isWanted_ = false;
