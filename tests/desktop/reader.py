@@ -238,6 +238,12 @@ class ReaderTest(DesktopTest):
             self.assertLess(len(stops), 60, stops)
         return stops
 
+    def expect_rounds(self, order):
+        """The stops forwards, and backwards the other way; the last is where the keyboard is."""
+        start = order[-1]
+        self.assertEqual(self.round("Tab", start), order)
+        self.assertEqual(self.round("shift+Tab", start), [*reversed(order[:-1]), start])
+
     def type(self, text):
         run("xdotool", "type", text)
 
