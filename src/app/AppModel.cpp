@@ -62,8 +62,8 @@ void AppModel::start() {
     monitor_.start();
     delivery_.trackApplications();
     navigation_.registerHotKeys();
-    if (services_.loginItem) services_.loginItem->synchronize(state_, false);
-    if (services_.updates) services_.updates->synchronize();
+    syncLaunchAtLogin(false);
+    synchronizeUpdates();
 }
 
 void AppModel::updatePreferences(const std::function<void(AppPreferences&)>& edit) {
@@ -76,8 +76,7 @@ void AppModel::updatePreferences(const std::function<void(AppPreferences&)>& edi
     store_.trimIfNeeded();
     store_.persist();
     navigation_.registerHotKeys();
-    if (services_.loginItem && preferences.launchAtLogin != launchedAtLogin)
-        services_.loginItem->synchronize(state_, true);
+    if (preferences.launchAtLogin != launchedAtLogin) syncLaunchAtLogin(true);
 }
 
 void AppModel::setMonitoring(bool isOn) {
@@ -121,8 +120,16 @@ void AppModel::openNettlecap() {
     windows_.searchPanel->show(ContentKind::history, *this);
 }
 
+void AppModel::syncLaunchAtLogin(bool showStatus) {
+    if (services_.loginItem) services_.loginItem->syncLaunchAtLogin(state_, showStatus);
+}
+
+void AppModel::synchronizeUpdates() const {
+    if (services_.updates) services_.updates->synchronize();
+}
+
 void AppModel::checkForUpdates() const {
-    if (services_.updates) services_.updates->checkForUpdates();
+    if (services_.updates && services_.updates->canCheckForUpdates()) services_.updates->checkForUpdates();
 }
 
 void AppModel::openLoginItems() const {

@@ -41,9 +41,11 @@ public:
     void purgeHistory();                               ///< favourites and snippets stay
     void openSettings();
     void openNettlecap();
-    void checkForUpdates() const;
-    void openLoginItems() const;    ///< in the system's own settings
-    void setMonitoring(bool isOn);  ///< and says so in `statusMessage`
+    void checkForUpdates() const;  ///< nothing happens while `updates` can't
+    void synchronizeUpdates() const;
+    void syncLaunchAtLogin(bool showStatus);  ///< with the preference
+    void openLoginItems() const;              ///< in the system's own settings
+    void setMonitoring(bool isOn);            ///< and says so in `statusMessage`
 
     bool canPaste() { return paste_.isTrusted(false); }  ///< into others; the user is not asked
     ClipboardStore& store() { return store_; }
@@ -53,6 +55,7 @@ public:
     const Published<bool>& launchAtLoginRequiresApproval() const {
         return state_.launchAtLoginRequiresApproval;
     }
+    const AppUpdates* updates() const { return services_.updates.get(); }  ///< null: there are none
     const std::optional<Uuid>& navigationEntryID() const { return state_.navigationEntryID; }
 
     /// Anything of the model, the history or the updates has changed.

@@ -9,9 +9,10 @@ class AppUpdates {
 public:
     virtual ~AppUpdates() = default;
 
-    virtual void synchronize() = 0;  ///< once, after the start
-    virtual void checkForUpdates() = 0;
+    virtual void synchronize() = 0;      ///< after the start
+    virtual void checkForUpdates() = 0;  ///< because the user wants to know
 
+    virtual bool canCheckForUpdates() const = 0;
     virtual Subscription onChange(Task handler) const = 0;
 };
 
@@ -22,7 +23,7 @@ public:
 
     /// Brings the system in line with the preference and the state in line with the system;
     /// with `showStatus` a message tells what came of it.
-    virtual void synchronize(AppState& state, bool showStatus) = 0;
+    virtual void syncLaunchAtLogin(AppState& state, bool showStatus) = 0;
     /// Where the user allows programs to start with the session.
     virtual void openSystemSettings() = 0;
 };

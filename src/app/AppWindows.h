@@ -1,6 +1,7 @@
 #pragma once
 
 #include "model/ClipboardEntry.h"
+#include "platform/Windows.h"
 
 namespace nettlecap {
 
@@ -33,6 +34,15 @@ public:
 
     virtual void show(ContentKind content, AppModel& app) = 0;  ///< with the keyboard in it
     virtual void hide() = 0;                                    ///< nothing happens if it was never shown
+};
+
+/// What hangs from the status item.
+class StatusBarContent {
+public:
+    virtual ~StatusBarContent() = default;
+
+    /// The main view. The model must outlive it.
+    virtual std::unique_ptr<HostedView> make(AppModel& app) = 0;
 };
 
 }  // namespace nettlecap

@@ -1,16 +1,21 @@
 #include "Process.h"
+#include "app/AppDelegate.h"
+#include "app/AppUpdateController.h"
+#include "app/LaunchAtLogin.h"
 #include "platform/linux/HistoryLock.h"
 #include "platform/linux/LinuxPlatform.h"
 #include "platform/linux/PosixFileSystem.h"
 #include "platform/linux/SingleInstance.h"
 #include "ui/NavigationHUDController.h"
 #include "ui/SearchPanelController.h"
+#include "ui/StatusBarPopoverContent.h"
 #include "ui/qml/AppIcon.h"
 #include "ui/qml/QuickPanels.h"
+#include "ui/qml/QuickPopover.h"
 #include "ui/qml/QuickViewFactory.h"
 
+#include <QApplication>
 #include <QClipboard>
-#include <QGuiApplication>
 #include <QQuickWindow>
 #include <QSessionManager>
 #include <cstdio>
@@ -41,7 +46,6 @@ void prepare(QGuiApplication& application) {
     // the owner while it does.
     QGuiApplication::clipboard()->blockSignals(true);
     application.setQuitOnLastWindowClosed(false);
-    application.setWindowIcon(AppIcon::windowIcon());
     // The login item starts the program with the session, and nothing else does.
     const auto neverRestart = [](QSessionManager& session) {
         session.setRestartHint(QSessionManager::RestartNever);
@@ -50,40 +54,66 @@ void prepare(QGuiApplication& application) {
     QObject::connect(&application, &QGuiApplication::saveStateRequest, neverRestart);
 }
 
-AppModel::Windows makeWindows(LinuxPlatform& backend, PanelFactory& panels, ViewFactory& views) {
+MenuBarContentView::Ports contentPorts(LinuxPlatform& backend) {
     const Platform platform = backend.platform();
-    auto hud = std::make_unique<NavigationHUDController>(NavigationHUDController::Collaborators{
-        .panels = panels, .screens = backend.screens(), .scheduler = platform.scheduler, .views = views});
+    return {.clock = platform.clock,
+            .scheduler = platform.scheduler,
+            .identifiers = platform.identifiers,
+            .images = platform.images,
+            .text = platform.text,
+            .pasteboard = platform.pasteboard,
+            .quit = [&application = platform.application] { application.terminate(); }};
+}
+
+AppModel::Windows makeWindows(LinuxPlatform& backend, PanelFactory& panels, ViewFactory& views) {
+    auto hud = std::make_unique<NavigationHUDController>(
+        NavigationHUDController::Collaborators{.panels = panels,
+                                               .screens = backend.screens(),
+                                               .scheduler = backend.platform().scheduler,
+                                               .views = views});
     auto searchPanel = std::make_unique<SearchPanelController>(
-        SearchPanelController::Collaborators{.ports = {.clock = platform.clock,
-                                                       .scheduler = platform.scheduler,
-                                                       .identifiers = platform.identifiers,
-                                                       .images = platform.images,
-                                                       .text = platform.text,
-                                                       .pasteboard = platform.pasteboard,
-                                                       .quit = [] { QCoreApplication::exit(); }},
-                                             .panels = panels,
-                                             .screens = backend.screens(),
-                                             .views = views},
+        SearchPanelController::Collaborators{
+            .ports = contentPorts(backend), .panels = panels, .screens = backend.screens(), .views = views},
         releaseMemory);
     return {.hud = std::move(hud), .searchPanel = std::move(searchPanel)};
 }
 
-int run(LinuxPlatform& backend, const SingleInstance& instance) {
+AppModel::Services makeServices(LinuxPlatform& backend) {
+    const Platform platform = backend.platform();
+    auto updates = std::make_unique<AppUpdateController>(backend.bundle(), backend.makeUpdater());
+    auto loginItem = std::make_unique<LaunchAtLogin>(LaunchAtLogin::Ports{.loginItem = backend.loginItem(),
+                                                                          .bundle = backend.bundle(),
+                                                                          .files = platform.files,
+                                                                          .clock = platform.clock});
+    return {.updates = std::move(updates), .loginItem = std::move(loginItem)};
+}
+
+int run(LinuxPlatform& backend) {
     const Platform platform = backend.platform();
     QuickViewFactory views(ClipboardStore::defaultImagesDirectory(platform.files));
     QuickPanels panels(backend.windows(), backend.screens());
-    AppModel app(platform, makeWindows(backend, panels, views), {});
-    const auto activations = instance.onActivate([&app] { app.openNettlecap(); });
+    QuickPopover popover({.windows = backend.windows(),
+                          .screens = backend.screens(),
+                          .scheduler = platform.scheduler,
+                          .events = platform.events},
+                         [&item = backend.statusItem()] { return item.geometry(); });
+    AppModel app(platform, makeWindows(backend, panels, views), makeServices(backend));
+    StatusBarPopoverContent content(contentPorts(backend), views);
+    AppDelegate delegate({.app = app,
+                          .application = platform.application,
+                          .scheduler = platform.scheduler,
+                          .statusItem = backend.statusItem(),
+                          .popover = popover,
+                          .content = content});
     const auto loss = backend.onLost([] {
         // Nothing can be handed over any more, and everything is saved.
         std::_Exit(fail("a conexão com o servidor X foi perdida"));
     });
-    // Not quit(): that asks the windows first, and a panel only hides when it is asked to close.
-    const TerminationSignals terminations([] { QCoreApplication::exit(); });
-    app.start();
-    app.openNettlecap();
-    const int status = QGuiApplication::exec();
+    const TerminationSignals terminations([&application = platform.application] { application.terminate(); });
+    delegate.applicationWillFinishLaunching();
+    delegate.applicationDidFinishLaunching();
+    const int status = QApplication::exec();
+    delegate.applicationWillTerminate();
     backend.handOver();
     return status;
 }
@@ -100,7 +130,7 @@ int main() {
     char name[] = "nettlecap";
     char* arguments[] = {name, nullptr};
     int count = 1;
-    QGuiApplication application(count, arguments);
+    QApplication application(count, arguments);
     prepare(application);
 
     const auto instance = SingleInstance::claim();
@@ -112,7 +142,7 @@ int main() {
     const auto lock = HistoryLock::take(folder);
     if (lock && !*lock) return fail(alreadyRunning);
 
-    const auto backend = LinuxPlatform::open();
+    const auto backend = LinuxPlatform::open(**instance, AppIcon::drawing);
     if (!backend) return fail("não foi possível abrir a tela", backend.description());
-    return run(**backend, **instance);
+    return run(**backend);
 }

@@ -52,20 +52,27 @@ private:
 struct SeenServices {
     int synchronizations = 0;  ///< of the updates
     int checks = 0;
+    bool canCheckForUpdates = true;
     Signal<> updatesChanged;
 
     std::vector<bool> loginItemShowsStatus;  ///< of each synchronization of the login item
     std::optional<std::string> loginItemMessage;
     bool loginItemRequiresApproval = false;
     int loginItemSettingsOpenings = 0;
+
+    std::vector<std::string> happenings;
 };
 
 class FakeUpdates final : public AppUpdates {
 public:
     explicit FakeUpdates(SeenServices& seen) : seen_(seen) {}
 
-    void synchronize() override { ++seen_.synchronizations; }
+    void synchronize() override {
+        ++seen_.synchronizations;
+        seen_.happenings.emplace_back("updates synchronized");
+    }
     void checkForUpdates() override { ++seen_.checks; }
+    bool canCheckForUpdates() const override { return seen_.canCheckForUpdates; }
     Subscription onChange(Task handler) const override {
         return seen_.updatesChanged.subscribe(std::move(handler));
     }
@@ -78,8 +85,9 @@ class FakeLoginItemSync final : public LoginItemSync {
 public:
     explicit FakeLoginItemSync(SeenServices& seen) : seen_(seen) {}
 
-    void synchronize(AppState& state, bool showStatus) override {
+    void syncLaunchAtLogin(AppState& state, bool showStatus) override {
         seen_.loginItemShowsStatus.push_back(showStatus);
+        seen_.happenings.emplace_back("login item synchronized");
         if (seen_.loginItemMessage) state.statusMessage = seen_.loginItemMessage;
         state.launchAtLoginRequiresApproval = seen_.loginItemRequiresApproval;
     }

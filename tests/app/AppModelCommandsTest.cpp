@@ -268,6 +268,23 @@ TEST_F(AppModelCommandsTest, ChecksForUpdates) {
     EXPECT_EQ(services.checks, 1);
 }
 
+TEST_F(AppModelCommandsTest, DoesNotCheckForUpdatesWhileItCannot) {
+    services.canCheckForUpdates = false;
+
+    model->checkForUpdates();
+
+    EXPECT_EQ(services.checks, 0);
+}
+
+TEST_F(AppModelCommandsTest, SynchronizesUpdatesAndLoginItemWheneverItIsTold) {
+    model->synchronizeUpdates();
+    model->syncLaunchAtLogin(true);
+    model->syncLaunchAtLogin(false);
+
+    EXPECT_EQ(services.synchronizations, 1);
+    EXPECT_THAT(services.loginItemShowsStatus, ElementsAre(true, false));
+}
+
 TEST_F(AppModelCommandsTest, OpensTheSystemsSettingsOfTheLoginItems) {
     model->openLoginItems();
 

@@ -114,11 +114,24 @@ TEST_F(AppModelTest, SynchronizesTheLoginItemSilentlyAndTheUpdatesAtTheStart) {
     EXPECT_EQ(services.synchronizations, 1);
 }
 
+TEST_F(AppModelTest, RegistersTheShortcutsBeforeTheLoginItemAndSeesToTheUpdatesLast) {
+    std::size_t happenedBefore = 99;
+    system.hotKeys.take(previous);
+    const auto subscription = model->statusMessage().subscribe(
+        [&] { happenedBefore = std::min(happenedBefore, services.happenings.size()); });
+
+    model->start();
+
+    EXPECT_EQ(happenedBefore, 0U);
+    EXPECT_THAT(services.happenings, ElementsAre("login item synchronized", "updates synchronized"));
+}
+
 TEST_F(AppModelTest, DoesWithoutUpdatesAndLoginItem) {
     model.reset();
     model = newModel({});
 
     model->start();
+    EXPECT_EQ(model->updates(), nullptr);
     model->checkForUpdates();
     model->updatePreferences([](AppPreferences& preferences) { preferences.launchAtLogin = false; });
     copyOutside("olá");

@@ -3,13 +3,17 @@
 #include "platform/Platform.h"
 #include "platform/fake/FakeApplication.h"
 #include "platform/fake/FakeBackgroundWork.h"
+#include "platform/fake/FakeBundleInfo.h"
 #include "platform/fake/FakeEventMonitors.h"
 #include "platform/fake/FakeFileSystem.h"
 #include "platform/fake/FakeHotKeyService.h"
 #include "platform/fake/FakeIdentifiers.h"
 #include "platform/fake/FakeImageCodec.h"
 #include "platform/fake/FakeKeyboard.h"
+#include "platform/fake/FakeLoginItem.h"
 #include "platform/fake/FakePasteboard.h"
+#include "platform/fake/FakeSoftwareUpdater.h"
+#include "platform/fake/FakeStatusItem.h"
 #include "platform/fake/FakeTextMeasure.h"
 #include "platform/fake/FakeTime.h"
 #include "platform/fake/FakeUserDefaults.h"
@@ -32,6 +36,11 @@ struct FakePlatform {
     FakeHotKeyService hotKeys;
     FakeKeyboard keyboard;
     FakeApplication application;
+    FakeStatusItem statusItem;
+    FakePopover popover;
+    FakeLoginItem loginItem;
+    FakeSoftwareUpdaters updaters;
+    FakeBundleInfo bundle;
 
     Platform platform() {
         return {.clock = time,

@@ -103,6 +103,21 @@ std::string programOf(std::string_view commandLine) {
     return program;
 }
 
+/// Calls for the lines of the main group, comments left out.
+template <class Call>
+void forEachLine(std::string_view file, Call call) {
+    bool inMainGroup = false;
+    while (!file.empty()) {
+        const auto line = trimmed(takeUntil(file, '\n'));
+        if (line.starts_with('[')) {
+            if (inMainGroup) break;  // the groups after it are its actions
+            inMainGroup = line == mainGroup;
+        } else if (inMainGroup && !line.starts_with('#')) {
+            call(line);
+        }
+    }
+}
+
 std::vector<std::string> listOf(std::string_view value) {
     std::vector<std::string> items;
     while (!value.empty())
@@ -189,17 +204,24 @@ std::optional<std::size_t> MessageLocale::rank(std::string_view keyLocale) const
 
 std::optional<DesktopEntry> DesktopEntry::parse(std::string_view file, const MessageLocale& locale) {
     Reader reader(locale);
-    bool inMainGroup = false;
-    while (!file.empty()) {
-        const auto line = trimmed(takeUntil(file, '\n'));
-        if (line.starts_with('[')) {
-            if (inMainGroup) break;  // the groups after it are its actions
-            inMainGroup = line == mainGroup;
-        } else if (inMainGroup && !line.starts_with('#')) {
-            reader.read(line);
-        }
-    }
+    forEachLine(file, [&](std::string_view line) { reader.read(line); });
     return std::move(reader).entry();
+}
+
+std::optional<std::string> DesktopEntry::valueOf(std::string_view key, std::string_view file) {
+    std::optional<std::string> found;
+    forEachLine(file, [&](std::string_view line) {
+        if (trimmed(takeUntil(line, '=')) != key) return;
+        if (const auto value = trimmed(line); isText(value)) found = unescaped(value);
+    });
+    return found;
+}
+
+std::string DesktopEntry::executableOf(std::string_view exec) {
+    auto executable = takeArgument(exec);
+    for (std::size_t at = 0; (at = executable.find("%%", at)) != std::string::npos; ++at)
+        executable.erase(at, 1);
+    return executable;
 }
 
 }  // namespace nettlecap

@@ -36,6 +36,11 @@ struct DesktopEntry {
     /// Reads any bytes at all; lines that make no sense are passed over. Absent: hidden, no
     /// application, or nameless. The identifier stays empty, since the file does not know it.
     static std::optional<DesktopEntry> parse(std::string_view file, const MessageLocale& locale);
+
+    /// What the file itself says under the key, whatever kind of entry it is.
+    static std::optional<std::string> valueOf(std::string_view key, std::string_view file);
+    /// What the value of Exec starts, by name or path.
+    static std::string executableOf(std::string_view exec);
 };
 
 }  // namespace nettlecap

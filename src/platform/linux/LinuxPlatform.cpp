@@ -1,6 +1,7 @@
 #include "platform/linux/LinuxPlatform.h"
 
 #include "platform/linux/FileUserDefaults.h"
+#include "platform/linux/InstalledBundle.h"
 #include "platform/linux/PosixFileSystem.h"
 #include "platform/linux/QtBackgroundWork.h"
 #include "platform/linux/QtImageCodec.h"
@@ -8,7 +9,8 @@
 #include "platform/linux/QtTextMeasure.h"
 #include "platform/linux/RandomIdentifiers.h"
 #include "platform/linux/SystemClock.h"
-#include "platform/linux/x11/X11Application.h"
+#include "platform/linux/XdgLoginItem.h"
+#include "platform/linux/x11/X11Bell.h"
 #include "platform/linux/x11/X11EventMonitors.h"
 #include "platform/linux/x11/X11HotKeys.h"
 #include "platform/linux/x11/X11Keyboard.h"
@@ -27,6 +29,8 @@ struct LinuxPlatform::Parts {
     RandomIdentifiers identifiers;
     PosixFileSystem files;
     FileUserDefaults defaults{files, FileUserDefaults::folderOfUser()};
+    InstalledBundle bundle{files};
+    XdgLoginItem loginItem{files};
     QtImageCodec images;
     QtTextMeasure text;
     DesktopEntries entries{DesktopEntries::dataFoldersOfEnvironment(), MessageLocale::ofEnvironment()};
@@ -40,7 +44,9 @@ struct LinuxPlatform::Parts {
     std::unique_ptr<X11EventMonitors> events;
     std::unique_ptr<X11HotKeys> hotKeys;
     std::unique_ptr<X11Keyboard> keyboard;
-    std::unique_ptr<X11Application> application;
+    std::unique_ptr<X11Bell> bell;
+    std::unique_ptr<LinuxApplication> application;
+    std::unique_ptr<QtStatusItem> statusItem;
 };
 
 Result<Done> LinuxPlatform::findDisplay() {
@@ -51,7 +57,8 @@ Result<Done> LinuxPlatform::findDisplay() {
     return Done();
 }
 
-Result<std::unique_ptr<LinuxPlatform>> LinuxPlatform::open() {
+Result<std::unique_ptr<LinuxPlatform>> LinuxPlatform::open(const SingleInstance& instance,
+                                                           LinuxApplication::Drawings drawings) {
     auto parts = std::make_unique<Parts>();
     auto connection = X11Connection::open();
     if (!connection) return Failure{connection.description()};
@@ -81,7 +88,9 @@ Result<std::unique_ptr<LinuxPlatform>> LinuxPlatform::open() {
                                                                        .entries = parts->entries,
                                                                        .pasteboard = *parts->pasteboard,
                                                                        .hotKeys = *parts->hotKeys});
-    parts->application = std::make_unique<X11Application>(*parts->connection);
+    parts->bell = std::make_unique<X11Bell>(*parts->connection);
+    parts->application = std::make_unique<LinuxApplication>(*parts->bell, instance, std::move(drawings));
+    parts->statusItem = std::make_unique<QtStatusItem>(*parts->connection);
     return std::unique_ptr<LinuxPlatform>(new LinuxPlatform(std::move(parts)));
 }
 
@@ -109,6 +118,16 @@ Platform LinuxPlatform::platform() {
 Screens& LinuxPlatform::screens() { return *parts_->screens; }
 
 NativeWindows& LinuxPlatform::windows() { return *parts_->windows; }
+
+QtStatusItem& LinuxPlatform::statusItem() { return *parts_->statusItem; }
+
+LoginItem& LinuxPlatform::loginItem() { return parts_->loginItem; }
+
+const BundleInfo& LinuxPlatform::bundle() const { return parts_->bundle; }
+
+MakeSoftwareUpdater LinuxPlatform::makeUpdater() {
+    return [] { return std::unique_ptr<SoftwareUpdater>(); };
+}
 
 void LinuxPlatform::handOver() { parts_->pasteboard->handOver(); }
 

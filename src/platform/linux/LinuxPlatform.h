@@ -1,19 +1,25 @@
 #pragma once
 
+#include "platform/BundleInfo.h"
+#include "platform/LoginItem.h"
 #include "platform/Platform.h"
+#include "platform/SoftwareUpdater.h"
 #include "platform/Windows.h"
+#include "platform/linux/LinuxApplication.h"
+#include "platform/linux/QtStatusItem.h"
 
 namespace nettlecap {
 
-/// The whole Linux backend, on X11. Needs a QGuiApplication; the model that uses it goes
-/// first.
+/// The whole Linux backend, on X11. Needs a QApplication; the model that uses it goes first.
 class LinuxPlatform {
 public:
-    /// Whether there is a display to work on. Ask before making the QGuiApplication: Qt
+    /// Whether there is a display to work on. Ask before making the QApplication: Qt
     /// ends the process where there is none.
     static Result<Done> findDisplay();
 
-    static Result<std::unique_ptr<LinuxPlatform>> open();
+    /// The instance must outlive the backend.
+    static Result<std::unique_ptr<LinuxPlatform>> open(const SingleInstance& instance,
+                                                       LinuxApplication::Drawings drawings);
     ~LinuxPlatform();
 
     /// The ports, which live as long as the backend.
@@ -21,6 +27,11 @@ public:
     /// What the windows need beside those.
     Screens& screens();
     NativeWindows& windows();
+    QtStatusItem& statusItem();
+    /// And what belongs to the program as it is installed.
+    LoginItem& loginItem();
+    const BundleInfo& bundle() const;
+    MakeSoftwareUpdater makeUpdater();
 
     /// The program is about to end: somebody else is to keep what it has on the clipboard.
     /// Runs the event loop for a moment.

@@ -17,6 +17,17 @@ constexpr const char* interfaceName = "org.freedesktop.Application";
 /// A first process that has just taken its name may still be reading its history.
 constexpr int activationPatience = 10'000;  // milliseconds
 
+/// Whether the bus started this process, as the D-Bus Specification has it say
+/// ("Message Bus Starting Services").
+bool takeWordOfBus() {
+    bool wasStarted = false;
+    for (const char* variable : {"DBUS_STARTER_ADDRESS", "DBUS_STARTER_BUS_TYPE"}) {
+        wasStarted = wasStarted || qEnvironmentVariableIsSet(variable);
+        qunsetenv(variable);
+    }
+    return wasStarted;
+}
+
 Result<Done> activateOther(QDBusConnection& bus) {
     auto call = QDBusMessage::createMethodCall(busName, objectPath, interfaceName, "Activate");
     call << QVariantMap();
@@ -33,21 +44,26 @@ class SingleInstance::BusObject : public QObject, protected QDBusContext {
     Q_CLASSINFO("D-Bus Interface", "org.freedesktop.Application")
 
 public:
-    const Signal<>& activated() const { return activated_; }
+    explicit BusObject(bool isStartedByBus) : next_(isStartedByBus ? OpenEvent::open : OpenEvent::reopen) {}
+
+    const Signal<OpenEvent>& opened() const { return opened_; }
 
 public Q_SLOTS:
-    void Activate(const QVariantMap&) { activated_.emit(); }
+    void Activate(const QVariantMap&) { open(); }
     /// There is nothing to open; whoever asks wants to see the program.
-    void Open(const QStringList&, const QVariantMap&) { activated_.emit(); }
+    void Open(const QStringList&, const QVariantMap&) { open(); }
     void ActivateAction(const QString&, const QVariantList&, const QVariantMap&) {
         sendErrorReply(QDBusError::InvalidArgs, QStringLiteral("There is no such action"));
     }
 
 private:
-    Signal<> activated_;
+    void open() { opened_.emit(std::exchange(next_, OpenEvent::reopen)); }
+
+    OpenEvent next_;
+    Signal<OpenEvent> opened_;
 };
 
-SingleInstance::SingleInstance() : object_(std::make_unique<BusObject>()) {}
+SingleInstance::SingleInstance() : object_(std::make_unique<BusObject>(takeWordOfBus())) {}
 
 SingleInstance::~SingleInstance() {
     QDBusConnection bus = QDBusConnection::sessionBus();
@@ -69,8 +85,8 @@ Result<std::unique_ptr<SingleInstance>> SingleInstance::claim() {
     return std::unique_ptr<SingleInstance>();
 }
 
-Subscription SingleInstance::onActivate(Task handler) const {
-    return object_->activated().subscribe(std::move(handler));
+Subscription SingleInstance::onOpenEvent(std::function<void(OpenEvent)> handler) const {
+    return object_->opened().subscribe(std::move(handler));
 }
 
 }  // namespace nettlecap

@@ -1,6 +1,6 @@
 #pragma once
 
-#include "platform/Signal.h"
+#include "platform/Application.h"
 
 namespace nettlecap {
 
@@ -10,12 +10,14 @@ namespace nettlecap {
 class SingleInstance {
 public:
     /// Null: another process has the name, and was asked to show itself. Failure: it has
-    /// the name and does not answer. Needs a QCoreApplication.
+    /// the name and does not answer. Needs a QCoreApplication. What the bus told this process
+    /// of itself is gone from the environment then: children were not started by it.
     static Result<std::unique_ptr<SingleInstance>> claim();
     ~SingleInstance();
 
-    /// Somebody started the program again.
-    Subscription onActivate(Task handler) const;
+    /// The bus starts a process in order to activate it: that is the open event. Whoever
+    /// starts or activates the program after that finds it running.
+    Subscription onOpenEvent(std::function<void(OpenEvent)> handler) const;
 
 private:
     class BusObject;

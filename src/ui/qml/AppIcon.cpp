@@ -7,26 +7,27 @@ namespace nettlecap {
 
 namespace {
 
-void draw(QPainter* painter, const QRectF& bounds) {
-    QSvgRenderer drawing(QStringLiteral(":/nettlecap/symbols/Nettlecap.svg"));
-    drawing.render(painter, bounds);
-}
+QString fileOf(const QString& name) { return QStringLiteral(":/nettlecap/symbols/%1.svg").arg(name); }
 
 }  // namespace
 
-QIcon AppIcon::windowIcon() {
+QIcon AppIcon::drawing(const QString& name) {
     QIcon icon;
+    QSvgRenderer drawing(fileOf(name));
+    if (!drawing.isValid()) return icon;
     for (const int side : {16, 24, 32, 48, 64}) {
         QPixmap pixmap(side, side);
         pixmap.fill(Qt::transparent);
         QPainter painter(&pixmap);
-        draw(&painter, QRectF(pixmap.rect()));
+        drawing.render(&painter, QRectF(pixmap.rect()));
         painter.end();
         icon.addPixmap(pixmap);
     }
     return icon;
 }
 
-void AppIcon::paint(QPainter* painter) { draw(painter, boundingRect()); }
+void AppIcon::paint(QPainter* painter) {
+    QSvgRenderer(fileOf(QStringLiteral("Nettlecap"))).render(painter, boundingRect());
+}
 
 }  // namespace nettlecap

@@ -15,7 +15,9 @@ class AppIcon : public QQuickPaintedItem {
 public:
     explicit AppIcon(QQuickItem* parent = nullptr) : QQuickPaintedItem(parent) {}
 
-    static QIcon windowIcon();  ///< in the sizes that desktops ask for
+    /// A drawing of the program in the sizes that desktops ask for. Null: there is none by
+    /// this name.
+    static QIcon drawing(const QString& name);
 
     void paint(QPainter* painter) override;
 };

@@ -9,6 +9,8 @@ FocusScope {
     id: root
 
     required property Views.MenuBarContentView view
+    /// Of a window that has no frame of its own.
+    property real cornerRadius: 0
 
     readonly property bool isInWindow: Window.window !== null && Window.window.visible
     readonly property bool isCovered: menu.isOpen || view.snippetEditor !== null || view.historyDeletion.isShown || view.historyClearing.isShown
@@ -20,11 +22,23 @@ FocusScope {
     implicitWidth: 430
     implicitHeight: 560
     focus: true
-    onIsInWindowChanged: if (isInWindow) view.pointerRestsAt(Pointer.positionIn(root))
+    onIsInWindowChanged: {
+        view.setShown(isInWindow);
+        menu.row = null;
+        if (!isInWindow)
+            return;
+        view.pointerRestsAt(Pointer.positionIn(root));
+        if (!isCovered)
+            focusSearchField();
+    }
 
     HoverHandler { onHoveredChanged: if (!hovered) root.view.pointerLeft() }
 
-    PanelGround { anchors.fill: parent }
+    PanelGround {
+        anchors.fill: parent
+        radius: root.cornerRadius
+        movesWindow: root.cornerRadius === 0  // what hangs from the status item stays there
+    }
 
     PanelHeader {
         id: header
@@ -109,12 +123,14 @@ FocusScope {
     }
 
     EditorSheet {
+        id: editor
         anchors.fill: parent
         editor: root.view.snippetEditor
         onClosed: root.focusSearchField()
     }
 
     ConfirmationAlert {
+        id: deletion
         anchors.fill: parent
         visible: root.view.historyDeletion.isShown
         title: root.view.historyDeletion.title
@@ -125,6 +141,7 @@ FocusScope {
     }
 
     ConfirmationAlert {
+        id: clearing
         anchors.fill: parent
         visible: root.view.historyClearing.isShown
         title: root.view.historyClearing.title
@@ -132,5 +149,14 @@ FocusScope {
         confirmText: root.view.historyClearing.destructiveLabel
         onConfirmed: root.view.confirmHistoryClearing()
         onCancelled: root.view.cancelHistoryClearing()
+    }
+
+    Rectangle {
+        anchors.fill: parent
+        visible: root.cornerRadius > 0
+        radius: root.cornerRadius
+        color: "transparent"
+        border.width: 1
+        border.color: Theme.colors.card.rim
     }
 }

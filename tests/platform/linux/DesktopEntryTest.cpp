@@ -141,6 +141,22 @@ TEST(DesktopEntryTest, KnowsThatProgramsThatRunOthersTellNothingOfAWindow) {
     EXPECT_EQ(programOf("flatpak run org.example.App"), "");
 }
 
+TEST(DesktopEntryTest, TellsWhatAFileSaysUnderAKeyWhateverItsKind) {
+    constexpr std::string_view file =
+        "[Desktop Entry]\nHidden = true\nExec=a\\sb\n#Exec=c\n[Other]\nIcon=x\n";
+
+    EXPECT_EQ(DesktopEntry::valueOf("Hidden", file), "true");
+    EXPECT_EQ(DesktopEntry::valueOf("Exec", file), "a b");
+    EXPECT_EQ(DesktopEntry::valueOf("Icon", file), std::nullopt);
+    EXPECT_EQ(DesktopEntry::valueOf("Hidden", ""), std::nullopt);
+}
+
+TEST(DesktopEntryTest, TellsWhatACommandLineStarts) {
+    EXPECT_EQ(DesktopEntry::executableOf("/usr/bin/nettlecap --option"), "/usr/bin/nettlecap");
+    EXPECT_EQ(DesktopEntry::executableOf("\"/opt/100%% \\$ure/run\" %u"), "/opt/100% $ure/run");
+    EXPECT_EQ(DesktopEntry::executableOf(""), "");
+}
+
 TEST(DesktopEntryTest, TakesTheLocaleFromTheFirstVariableThatIsSet) {
     ::setenv("LC_ALL", "", 1);
     ::setenv("LC_MESSAGES", "pt_PT.UTF-8", 1);

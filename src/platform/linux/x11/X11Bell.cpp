@@ -1,8 +1,8 @@
-#include "platform/linux/x11/X11Application.h"
+#include "platform/linux/x11/X11Bell.h"
 
 namespace nettlecap {
 
-void X11Application::beep() {
+void X11Bell::ring() {
     xcb_bell(connection_.xcb(), 0);  // as loud as the user has set it
     connection_.flush();
 }

@@ -1,4 +1,4 @@
-#include "platform/linux/x11/X11Application.h"
+#include "platform/linux/x11/X11Bell.h"
 
 #include "platform/linux/x11/DesktopUser.h"
 #include "platform/linux/x11/XkbProtocol.h"
@@ -8,7 +8,7 @@
 namespace nettlecap::test {
 namespace {
 
-TEST(X11ApplicationTest, RingsTheBellAsLoudAsTheUserHasIt) {
+TEST(X11BellTest, RingsAsLoudAsTheUserHasIt) {
     const auto connection = X11Connection::open();
     const auto desktop = X11Connection::open();
     ASSERT_TRUE(connection && desktop);
@@ -25,9 +25,9 @@ TEST(X11ApplicationTest, RingsTheBellAsLoudAsTheUserHasIt) {
         if (event.response_type != firstEvent || event.pad0 != XCB_XKB_BELL_NOTIFY) return;
         percents.push_back(reinterpret_cast<const xcb_xkb_bell_notify_event_t&>(event).percent);
     });
-    X11Application application(**connection);
+    X11Bell bell(**connection);
 
-    application.beep();
+    bell.ring();
 
     const auto control =
         (*desktop)->waitFor<xcb_get_keyboard_control_reply_t>(xcb_get_keyboard_control(xcb).sequence);
