@@ -2,19 +2,15 @@
 program on a virtual desktop, pressed and looked at through the X server. A number in the
 table is the time until one pixel, asked for again and again, has changed."""
 
-import contextlib
 import os
-import pathlib
 import statistics
-import sys
 import time
 
-sys.path.insert(0, str(pathlib.Path(__file__).resolve().parents[1] / "tests" / "desktop"))
-
-from desktop import Desktop, run, wait_until  # noqa: E402
-from ground import COLOUR, Ground  # noqa: E402
-from hot_keys import NEWER, OLDER, SEARCH  # noqa: E402
-from keyboard import SUPER, Keyboard  # noqa: E402
+from outside import Benchmark
+from desktop import run, wait_until
+from ground import COLOUR, Ground
+from hot_keys import NEWER, OLDER, SEARCH
+from keyboard import SUPER, Keyboard
 
 ROUNDS = 20
 FRAME = 1000 / 60  # ms
@@ -26,10 +22,7 @@ PICTURES = {
 }
 
 
-class Benchmark(contextlib.ExitStack, Desktop):
-    def addCleanup(self, function, *arguments, **options):
-        self.callback(function, *arguments, **options)
-
+class HotKeys(Benchmark):
     def measure(self):
         self.open()
         self.keyboard = Keyboard()
@@ -125,5 +118,5 @@ class Benchmark(contextlib.ExitStack, Desktop):
 
 
 print(f"{'ms':<42}{'least':>9}{'median':>9}{'most':>9}{'to reach':>9}")
-with Benchmark() as benchmark:
+with HotKeys() as benchmark:
     benchmark.measure()

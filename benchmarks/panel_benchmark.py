@@ -4,22 +4,17 @@ different on the screen, how long its frames took, as the renderer itself tells,
 processor time the main thread, which draws, took until it rested again. The floor is a step
 that moves the field's caret and changes nothing else."""
 
-import contextlib
-import json
-import pathlib
 import re
 import shutil
 import statistics
-import sys
 import time
 
-sys.path.insert(0, str(pathlib.Path(__file__).resolve().parents[1] / "tests" / "desktop"))
-
-from appearance import entry  # noqa: E402
-from desktop import Desktop, run, wait_until  # noqa: E402
-from keyboard import Keyboard  # noqa: E402
-from Xlib import X  # noqa: E402
-from Xlib.ext import xtest  # noqa: E402
+from outside import Benchmark
+from appearance import entry
+from desktop import run, wait_until
+from keyboard import Keyboard
+from Xlib import X
+from Xlib.ext import xtest
 
 ROUNDS = 20
 FRAMES = {"QT_LOGGING_RULES": "qt.scenegraph.time.renderloop.debug=true", "QT_LOGGING_TO_CONSOLE": "1"}
@@ -28,10 +23,7 @@ LINE = "a reunião de terça-feira começa às 15h30, na sala do segundo andar. 
 WHEEL_DOWN = 5
 
 
-class Benchmark(contextlib.ExitStack, Desktop):
-    def addCleanup(self, function, *arguments, **options):
-        self.callback(function, *arguments, **options)
-
+class Panel(Benchmark):
     def measure(self):
         self.open()
         self.keyboard = Keyboard()
@@ -50,17 +42,12 @@ class Benchmark(contextlib.ExitStack, Desktop):
         print(f"memory: {before:.1f} MB before, {self.memory():.1f} MB after", flush=True)
 
     def start(self):
-        self.program = self.nettlecap(environment=FRAMES)
-        self.program.images.mkdir(parents=True, mode=0o700)
+        entries = [self.entry(number) for number in range(ENTRIES)]
+        self.program = self.program_with(entries, {}, environment=FRAMES)
         first, *others = [self.program.images / f"figura{number}.png" for number in range(PICTURES)]
         run("convert", "-size", "1920x1080", "gradient:navy-gold", f"png:{first}")
         for other in others:
             shutil.copy(first, other)
-        entries = [self.entry(number) for number in range(ENTRIES)]
-        self.program.state_file.write_text(json.dumps({"entries": entries, "snippets": []}))
-        self.program.config.joinpath("Nettlecap").mkdir(parents=True, mode=0o700)
-        preferences = self.program.config / "Nettlecap" / "Nettlecap.preferences.v1"
-        preferences.write_text(json.dumps({"maxHistoryItems": ENTRIES}))
         self.program.spawn()
         panel = self.program.wait_for_panel()
         wait_until(lambda: self.screen.active() == panel.id, "the panel has the focus")
@@ -161,5 +148,5 @@ class Benchmark(contextlib.ExitStack, Desktop):
 
 
 print(f"{'ms':<30}{'pixels':>9}{'frames':>9}{'median':>9}{'most':>9}{'> 33':>9}{'processor':>12}{'x floor':>9}")
-with Benchmark() as benchmark:
+with Panel() as benchmark:
     benchmark.measure()

@@ -1,8 +1,10 @@
 """Every text that the panel has, letter for letter, where a screen reader finds it."""
 
+import json
+import os
 import subprocess
 
-from desktop import keys, main
+from desktop import PROGRAM, ROOM, keys, main, run, wait_until
 from reader import SETTINGS, ReaderTest, tree
 
 HEADER = ("Nettlecap", "Histórico", "Salvos", "Ajustes")
@@ -76,6 +78,17 @@ PURGE = (
     "e mensagens da guia Salvos serão preservados. O histórico do Spotlight é controlado pelo macOS; o Nettlecap "
     "não tem acesso para excluí-lo ou modificá-lo.",
     *("Limpar", "Cancelar"),
+)
+
+
+NO_PERMISSION = (
+    "A colagem automática pedirá permissão de Acessibilidade",
+    "Copiado. Autorize Acessibilidade para colar automaticamente.",
+)
+SWITCHED_OFF = (
+    "O macOS aguarda sua autorização nos Itens de Início.",
+    "Abrir Itens de Início",
+    "Autorize o Nettlecap nos Itens de Início do macOS",
 )
 
 
@@ -238,6 +251,68 @@ class OtherSettingsTextsTest(FormTextsTest):
         wanted = {PASTING, UNPROTECTED, "Limite do histórico: 50 itens", "Histórico armazenado: 1 item • 0 imagens"}
         self.assertLessEqual(wanted, said)
         self.assertFalse({NO_PASTING, *PROTECTED} & said)
+
+
+class EmptyTextTest(ReaderTest):
+    def start(self):
+        self.program.data.mkdir(parents=True, mode=0o700)
+        empty = {"id": "00000000-0000-4000-8000-000000000000", "kind": "text", "text": "", "createdAt": 0,
+                 "fingerprint": "", "isFavorite": False, "sourceApplication": "Mousepad"}
+        self.program.state_file.write_text(json.dumps({"entries": [empty], "snippets": []}))
+        super().start()
+
+    def test_of_a_text_without_any_characters(self):
+        self.show_panel()
+        self.wait_for("list item", "Texto vazio")
+
+
+class PermissionTextsTest(ReaderTest):
+    """On an X server that takes no keys from programs. Nobody can press any there, either."""
+
+    preferences = {"autoPaste": True, "pasteHistoryOnDoubleClick": False}
+
+    def start(self):
+        number = ROOM / "other-display"
+        with number.open("w") as file:
+            self.client("Xvfb", "-displayfd", "1", "-extension", "XTEST", "-noreset", "-nolisten", "tcp",
+                        stdout=file)
+        told = wait_until(lambda: (text := number.read_text()).endswith("\n") and text, "an X server")
+        self.program.environment["DISPLAY"] = f":{told.strip()}"
+        self.program.data.mkdir(parents=True, mode=0o700)
+        kept = {"id": "00000000-0000-4000-8000-000000000000", "kind": "text", "text": "um", "createdAt": 0,
+                "fingerprint": "", "isFavorite": False, "sourceApplication": "Mousepad"}
+        self.program.state_file.write_text(json.dumps({"entries": [kept], "snippets": []}))
+        self.addCleanup(self.program.stop)  # before its X server
+        self.program.spawn()
+
+    def test_of_pasting_that_nobody_permits(self):
+        self.press("push button", "Ajustes")
+        wait_until(lambda: NO_PERMISSION[0] in self.said(everything=True), "it says that it will ask")
+        self.press("push button", "Voltar ao histórico")
+
+        self.press("list item", "um")
+        self.wait_until_gone("frame")
+        run(PROGRAM, env={**os.environ, **self.program.environment})
+
+        self.wait_until_said(NO_PERMISSION[1])
+
+
+class SwitchedOffTextsTest(FormTextsTest):
+    """The user took the program out of the session's start, in the desktop's own settings."""
+
+    def start(self):
+        entry = self.program.config / "autostart" / "com.nettlecap.Nettlecap.desktop"
+        entry.parent.mkdir(parents=True)
+        entry.write_text("[Desktop Entry]\nType=Application\nName=Nettlecap\nExec=nettlecap\nHidden=true\n")
+        super().start()
+
+    def test_of_a_start_that_the_user_switched_off(self):
+        self.show_panel()
+        self.wait_until_said(SWITCHED_OFF[2])
+        self.press("push button", "Ajustes")
+        self.wait_for("frame", SETTINGS)
+
+        self.assertLessEqual({*SWITCHED_OFF[:2]}, self.read_the_form(PROTECTED[-1]))
 
 
 if __name__ == "__main__":

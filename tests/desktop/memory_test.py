@@ -3,16 +3,15 @@ accessibility here, which keeps a record of everything that was ever shown."""
 
 import json
 import os
-import pathlib
 
 import accessible
 from desktop import DesktopTest, click, keep_doing, main, wait_until
+from holdings import Holdings, assert_flat
 from hot_keys import SEARCH
 from keyboard import Keyboard
 from panel import SETTINGS
 
-MIB = 1 << 20
-ROUNDS = int(os.environ.get("NETTLECAP_PANEL_ROUNDS", "40"))
+ROUNDS = int(os.environ.get("NETTLECAP_PANEL_ROUNDS", "100"))
 ENTRIES = [
     {
         "id": f"{number:08X}-0000-4000-8000-000000000000",
@@ -72,33 +71,14 @@ class MemoryTest(DesktopTest):
     def close_panel(self):
         keep_doing(lambda: self.keyboard.tap("Escape"), lambda: not self.program.panel(), "the panel closes")
 
-    def memory(self, kind):
-        """In bytes, once it is the same for a while: closing goes on behind the scenes. Who may
-        not look into a release build may know this much."""
-        seen = []
-
-        def settled():
-            seen.append(self.measured(kind))
-            return len(seen) >= 25 and max(seen[-25:]) - min(seen[-25:]) < MIB // 16
-
-        wait_until(settled, "the memory stands still")
-        return seen[-1]
-
-    def measured(self, kind):
-        for line in pathlib.Path(f"/proc/{self.program.process.pid}/status").read_text().splitlines():
-            if line.startswith(f"{kind}:"):
-                return int(line.split()[1]) * 1024
-        raise AssertionError(f"the kernel tells no {kind}")
-
     def test_a_panel_that_opens_changes_and_closes_holds_on_to_nothing(self):
         self.use_panel(20)
-        before = self.memory("RssAnon")
+        holdings = Holdings(self.program)
+        before = holdings.all()
 
         self.use_panel(ROUNDS)
 
-        grown = self.memory("RssAnon") - before
-        print(f"{ROUNDS} rounds: {before / MIB:.1f} MiB of its own, {grown / MIB:+.2f} MiB", end=" ... ", flush=True)
-        self.assertLess(grown, 2 * MIB)
+        assert_flat(self, holdings, before, ROUNDS)
 
 
 if __name__ == "__main__":

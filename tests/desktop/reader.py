@@ -95,6 +95,9 @@ class ReaderTest(DesktopTest):
         self.settings_file = self.program.config / "Nettlecap" / "Nettlecap.preferences.v1"
         self.settings_file.parent.mkdir(parents=True)
         self.settings_file.write_text(json.dumps(self.preferences))
+        self.start()
+
+    def start(self):
         self.program.start()
 
     def copied(self, *texts):

@@ -246,7 +246,9 @@ TEST_F(X11HotKeysTest, MayBeUnregisteredAndRegisteredWhileHeld) {
     user.release(key::super);
 
     EXPECT_EQ(toldAll(), "3+3-");
-    EXPECT_EQ(told({key::super, digit1}), "2+2-");
+    // The keyboard is only now given back; a release at that moment is seen a little later.
+    user.type({key::super, digit1});
+    EXPECT_TRUE(tells("2+2-"));
 }
 
 TEST_F(X11HotKeysTest, MayBeUnregisteredInTheHandler) {

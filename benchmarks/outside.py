@@ -1,0 +1,27 @@
+"""What the measurements of the running program share. Each looks at it from outside."""
+
+import contextlib
+import json
+import pathlib
+import sys
+
+sys.path.insert(0, str(pathlib.Path(__file__).resolve().parents[1] / "tests" / "desktop"))
+
+from desktop import Desktop  # noqa: E402
+
+
+class Benchmark(contextlib.ExitStack, Desktop):
+    """A virtual desktop and what was started on it, ended with the measurement."""
+
+    def addCleanup(self, function, *arguments, **options):
+        self.callback(function, *arguments, **options)
+
+    def program_with(self, entries, preferences, **options):
+        """Not yet running; with that history."""
+        program = self.nettlecap(**options)
+        program.images.mkdir(parents=True, mode=0o700)
+        program.state_file.write_text(json.dumps({"entries": entries, "snippets": []}))
+        stored = program.config / "Nettlecap" / "Nettlecap.preferences.v1"
+        stored.parent.mkdir(parents=True, mode=0o700)
+        stored.write_text(json.dumps({"maxHistoryItems": len(entries), **preferences}))
+        return program
