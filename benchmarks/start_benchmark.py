@@ -13,6 +13,7 @@ from appearance import entry
 from desktop import PROGRAM, wait_until
 from tray import Tint2
 from Xlib import X
+from Xlib.error import BadWindow
 
 ROUNDS = 20
 ENTRIES = 5000
@@ -62,11 +63,14 @@ class Start(Benchmark):
 
     def has_icon(self):
         """Whether the tray has taken in a window, and shows it."""
-        for socket in self.tray.query_tree().children:
-            for icon in socket.query_tree().children:
-                if icon.get_attributes().map_state == X.IsViewable:
-                    return True
-        return False
+        try:
+            return any(
+                icon.get_attributes().map_state == X.IsViewable
+                for socket in self.tray.query_tree().children
+                for icon in socket.query_tree().children
+            )
+        except BadWindow:  # gone between the list and the question
+            return self.has_icon()
 
     @staticmethod
     def report(what, times, floors=None):
