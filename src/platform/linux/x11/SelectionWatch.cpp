@@ -1,7 +1,5 @@
 #include "platform/linux/x11/SelectionWatch.h"
 
-#include <xcb/xfixes.h>
-
 namespace nettlecap {
 
 Result<std::unique_ptr<SelectionWatch>> SelectionWatch::open(X11Connection& connection,
@@ -36,16 +34,29 @@ xcb_window_t SelectionWatch::owner() const {
     return reply ? reply->owner : static_cast<xcb_window_t>(XCB_NONE);
 }
 
+/// Null: it tells of something else.
+const SelectionWatch::Notice* SelectionWatch::noticeIn(const xcb_generic_event_t& event) const {
+    if ((event.response_type & 0x7F) != xfixesFirstEvent_ + XCB_XFIXES_SELECTION_NOTIFY) return nullptr;
+    const auto* notice = reinterpret_cast<const Notice*>(&event);
+    return notice->selection == selection_ ? notice : nullptr;
+}
+
 void SelectionWatch::onEvent(const xcb_generic_event_t& event) const {
-    if ((event.response_type & 0x7F) != xfixesFirstEvent_ + XCB_XFIXES_SELECTION_NOTIFY) return;
-    const auto& told = reinterpret_cast<const xcb_xfixes_selection_notify_event_t&>(event);
-    if (told.selection != selection_) return;
-    const bool isSet = told.subtype == XCB_XFIXES_SELECTION_EVENT_SET_SELECTION_OWNER;
-    changed_.emit({.kind = isSet ? OwnerChange::Kind::newOwner : OwnerChange::Kind::died,
-                   .owner = told.owner,
-                   .time = told.timestamp,
-                   .selectionTime = told.selection_timestamp,
-                   .sequence = event.full_sequence});
+    const Notice* told = noticeIn(event);
+    if (!told) return;
+    const auto isNewOwner = [](const Notice& notice) {
+        return notice.subtype == XCB_XFIXES_SELECTION_EVENT_SET_SELECTION_OWNER;
+    };
+    const auto overtakes = [&](const xcb_generic_event_t& later) {
+        const Notice* notice = noticeIn(later);
+        return notice && isNewOwner(*notice);
+    };
+    changed_.emit({.kind = isNewOwner(*told) ? OwnerChange::Kind::newOwner : OwnerChange::Kind::died,
+                   .owner = told->owner,
+                   .time = told->timestamp,
+                   .selectionTime = told->selection_timestamp,
+                   .sequence = event.full_sequence,
+                   .isOvertaken = connection_.isAhead(overtakes)});
 }
 
 std::uint32_t clientOf(const X11Connection& connection, xcb_window_t window) {

@@ -2,6 +2,8 @@
 
 #include "platform/linux/x11/X11Connection.h"
 
+#include <xcb/xfixes.h>
+
 namespace nettlecap {
 
 /// Who owns a selection, and how the owner before it went.
@@ -16,6 +18,7 @@ struct OwnerChange {
     xcb_timestamp_t time = XCB_CURRENT_TIME;           ///< of the change
     xcb_timestamp_t selectionTime = XCB_CURRENT_TIME;  ///< since when the owner, or the dead one, had it
     unsigned sequence = 0;                             ///< of our last request that was carried out before
+    bool isOvertaken = false;                          ///< there is a newer owner already
 };
 
 /// Tells of every change of a selection's owner, by XFixes.
@@ -34,8 +37,11 @@ public:
     xcb_window_t owner() const;
 
 private:
+    using Notice = xcb_xfixes_selection_notify_event_t;
+
     SelectionWatch(X11Connection& connection, xcb_atom_t selection, std::uint8_t xfixesFirstEvent);
     void select(std::uint32_t events);
+    const Notice* noticeIn(const xcb_generic_event_t& event) const;
     void onEvent(const xcb_generic_event_t& event) const;
 
     X11Connection& connection_;

@@ -10,8 +10,11 @@ namespace nettlecap {
 
 namespace {
 
+using Steady = std::chrono::steady_clock;
+
 constexpr std::chrono::milliseconds serverPatience(1000);
-constexpr std::size_t mostUnanswered = 256;  // windows, each a few hundred bytes in the server
+constexpr std::chrono::milliseconds turn(8);  // at the main loop, however much there is to tell
+constexpr std::size_t mostUnanswered = 256;   // windows, each a few hundred bytes in the server
 
 std::string describe(int error) {
     switch (error) {
@@ -77,17 +80,32 @@ void X11Connection::awaitAny(unsigned sequence, ReplyHandler handler) {
 
 void X11Connection::drain() {
     if (lost_) return endAwaited();
+    const auto end = Steady::now() + turn;
     do {
         while (const Event event = nextEvent()) {
             deliverReplies();
             destroyIfAnswered(*event);
             event_.emit(*event);
+            if (Steady::now() > end) return drainLater();
         }
         deliverReplies();
         // Looking for replies reads events too, which don't wake the descriptor any more.
     } while (readEvents());
     xcb_flush(xcb_);
     endWhenLost();
+}
+
+/// Others have their turn first: whoever floods us must not stop the program.
+void X11Connection::drainLater() {
+    xcb_flush(xcb_);
+    if (std::exchange(isDrainingLater_, true)) return;
+    QMetaObject::invokeMethod(
+        &loop_->readable,
+        [this] {
+            isDrainingLater_ = false;
+            drain();
+        },
+        Qt::QueuedConnection);
 }
 
 void X11Connection::destroyOnceAnswered(xcb_window_t window) {
@@ -104,7 +122,7 @@ void X11Connection::destroyIfAnswered(const xcb_generic_event_t& event) {
 }
 
 X11Connection::Event X11Connection::nextEvent() {
-    if (readAhead_.empty()) return Event(xcb_poll_for_event(xcb_));
+    if (readAhead_.empty() && !readEvents()) return nullptr;
     Event event = std::move(readAhead_.front());
     readAhead_.pop_front();
     return event;
@@ -117,7 +135,6 @@ bool X11Connection::readEvents() {
 }
 
 void* X11Connection::waitForAny(unsigned sequence) {
-    using Steady = std::chrono::steady_clock;
     const auto end = Steady::now() + serverPatience;
     xcb_flush(xcb_);
     for (;;) {
@@ -142,6 +159,10 @@ void* X11Connection::waitForAny(unsigned sequence) {
 bool X11Connection::hasMoreToTell() {
     (void)waitFor<xcb_get_input_focus_reply_t>(xcb_get_input_focus(xcb_).sequence);
     return !readAhead_.empty();
+}
+
+bool X11Connection::isAhead(const std::function<bool(const xcb_generic_event_t&)>& kind) const {
+    return std::ranges::any_of(readAhead_, [&](const Event& event) { return kind(*event); });
 }
 
 std::optional<xcb_timestamp_t> X11Connection::serverTime() {

@@ -65,6 +65,8 @@ public:
 
     /// Whether the server has sent events by now that are not told; waits for it like waitFor.
     bool hasMoreToTell();
+    /// Whether such an event is here and will be told.
+    bool isAhead(const std::function<bool(const xcb_generic_event_t&)>& kind) const;
 
     /// Tells of every event, and of errors of requests without a reply (response_type 0).
     Subscription onEvent(std::function<void(const xcb_generic_event_t&)> handler) const {
@@ -85,6 +87,7 @@ private:
     void destroyIfAnswered(const xcb_generic_event_t& event);
     Event nextEvent();
     void drain();
+    void drainLater();
     void deliverReplies();
     void endWhenLost();
     void endAwaited();
@@ -98,6 +101,7 @@ private:
     std::map<std::uint64_t, std::pair<unsigned, ReplyHandler>> awaited_;  // in the order of await()
     std::uint64_t awaitedCount_ = 0;
     bool lost_ = false;
+    bool isDrainingLater_ = false;
     Signal<xcb_generic_event_t> event_;
     Signal<> lostSignal_;
     std::unique_ptr<MainLoop> loop_;

@@ -56,7 +56,7 @@ Result<std::unique_ptr<X11Pasteboard>> X11Pasteboard::open(SelectionPorts ports)
 
 X11Pasteboard::X11Pasteboard(SelectionPorts ports, std::unique_ptr<SelectionWatch> watch)
     : ports_(ports), watch_(std::move(watch)), server_(ports, ports.connection.atoms().of("CLIPBOARD")),
-      primary_(ports),
+      primary_(ports), quiet_(ports.scheduler, ports.clock, [this] { beQuiet(); }),
       ownerChanges_(watch_->onChange([this](const OwnerChange& change) { onOwnerChange(change); })) {
     const xcb_window_t owner = watch_->owner();
     if (owner == XCB_NONE) return;
@@ -162,9 +162,9 @@ void X11Pasteboard::onNewOwner(const OwnerChange& change) {
     }
     if (current_->isEmpty)
         current_->result.emplace();
-    else
+    else if (!change.isOvertaken)  // or the newer owner would be asked
         fetch(*current_);
-    awaitQuiet();
+    quiet_.set(quietTime);
 }
 
 // The old offer was a copy of its own if it stood for the quiet time: what it is giving is
@@ -176,6 +176,7 @@ void X11Pasteboard::supersede(const OwnerChange& change) {
     // By the server's time: after a stall of ours both may be told in one go.
     const bool stood = static_cast<std::int32_t>(change.time - old->arrived) >= quietMilliseconds;
     if (!stood && !old->isQuiet) return;
+    if (!old->result && !old->fetch) return;
     if (!old->result) old->fetch->ownerLeft(change.sequence);
     superseded_ = std::move(old);
     report();
@@ -203,12 +204,10 @@ void X11Pasteboard::fetch(Offer& offer) {
                                      });
 }
 
-void X11Pasteboard::awaitQuiet() {
-    ports_.scheduler.after(quietTime, guard_([this, generation = ++quietGeneration_] {
-                               if (generation != quietGeneration_ || !current_) return;
-                               current_->isQuiet = true;
-                               report();
-                           }));
+void X11Pasteboard::beQuiet() {
+    if (!current_) return;
+    current_->isQuiet = true;
+    report();
 }
 
 void X11Pasteboard::report() {

@@ -1,6 +1,7 @@
 #pragma once
 
 #include "platform/Pasteboard.h"
+#include "platform/linux/x11/Deadline.h"
 #include "platform/linux/x11/OfferFetch.h"
 #include "platform/linux/x11/PrimaryLoan.h"
 #include "platform/linux/x11/SelectionWatch.h"
@@ -44,7 +45,7 @@ private:
     void onOwnerDied(const OwnerChange& change);
     void supersede(const OwnerChange& change);
     void fetch(Offer& offer);
-    void awaitQuiet();
+    void beQuiet();
     void report();
     void publish(Offer& offer);
     void replaceContents(std::optional<FetchedOffer> contents);
@@ -64,10 +65,9 @@ private:
     std::optional<unsigned> claim_;                // our request for ownership; what was before it is past
     std::unique_ptr<Offer> current_;               // the owner's, reported or not
     std::unique_ptr<Offer> superseded_;            // the one before, still giving what it had begun to
-    int quietGeneration_ = 0;
+    Deadline quiet_;
     Signal<> changed_;
     Subscription ownerChanges_;
-    LifetimeGuard guard_;
 };
 
 }  // namespace nettlecap
