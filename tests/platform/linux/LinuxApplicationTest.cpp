@@ -1,11 +1,11 @@
 #include "platform/linux/LinuxApplication.h"
+#include "platform/contracts/ApplicationContract.h"
 #include "platform/linux/QtApplication.h"
 
 #include <QDBusConnection>
 #include <QDBusMessage>
 #include <QDBusPendingCall>
 #include <QGuiApplication>
-#include <gmock/gmock.h>
 
 namespace nettlecap {
 namespace {
@@ -50,25 +50,37 @@ TEST_F(LinuxApplicationTest, WithoutThatTheyHaveTheSymbolAndWithoutEitherNone) {
     EXPECT_TRUE(QGuiApplication::windowIcon().isNull());
 }
 
-TEST_F(LinuxApplicationTest, EndsItsMainLoopInGoodOrder) {
-    QMetaObject::invokeMethod(
-        qGuiApp, [this] { application->terminate(); }, Qt::QueuedConnection);
+/// On the session bus, with somebody else there who activates it.
+class LinuxApplicationHarness final : public ApplicationHarness {
+public:
+    Application& application() override { return *application_; }
+    void reopen() override {
+        bool isTold = false;
+        const auto told = application_->onOpenEvent([&](OpenEvent) { isTold = true; });
+        auto activation = QDBusMessage::createMethodCall(
+            "com.nettlecap.Nettlecap", "/com/nettlecap/Nettlecap", "org.freedesktop.Application", "Activate");
+        activation << QVariantMap();
+        QDBusConnection::sessionBus().asyncCall(activation);
+        EXPECT_TRUE(runMainLoopUntil([&] { return isTold; }));
+    }
+    bool endsItself() override {
+        QMetaObject::invokeMethod(
+            qGuiApp, [this] { application_->terminate(); }, Qt::QueuedConnection);
+        return QGuiApplication::exec() == 0;
+    }
 
-    EXPECT_EQ(QGuiApplication::exec(), 0);
-}
+private:
+    std::unique_ptr<X11Connection> connection_ = std::move(*X11Connection::open());
+    std::unique_ptr<SingleInstance> instance_ = std::move(*SingleInstance::claim());
+    X11Bell bell_{*connection_};
+    std::optional<LinuxApplication> application_{std::in_place, bell_, *instance_,
+                                                 [](const QString&) { return QIcon(); }};
+};
 
-TEST_F(LinuxApplicationTest, TellsWhoeverListensThatItIsToOpenAgain) {
-    std::vector<OpenEvent> events;
-    auto listening = application->onOpenEvent([&](OpenEvent event) { events.push_back(event); });
-    auto activation = QDBusMessage::createMethodCall("com.nettlecap.Nettlecap", "/com/nettlecap/Nettlecap",
-                                                     "org.freedesktop.Application", "Activate");
-    activation << QVariantMap();
-
-    QDBusConnection::sessionBus().asyncCall(activation);
-
-    EXPECT_TRUE(runMainLoopUntil([&] { return !events.empty(); }));
-    EXPECT_THAT(events, testing::ElementsAre(OpenEvent::reopen));
-}
+INSTANTIATE_TEST_SUITE_P(Linux, ApplicationContract,
+                         testing::Values([]() -> std::unique_ptr<ApplicationHarness> {
+                             return std::make_unique<LinuxApplicationHarness>();
+                         }));
 
 }  // namespace
 }  // namespace nettlecap
