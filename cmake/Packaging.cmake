@@ -4,7 +4,8 @@ include(GNUInstallDirs)
 
 set(NETTLECAP_LICENSE LicenseRef-proprietary)
 set(NETTLECAP_VENDOR Nettlecap)
-set(NETTLECAP_MAINTAINER "${NETTLECAP_VENDOR} <maintainers@nettlecap.com>")
+# Packages must name somebody; nobody can own a name under "example" (RFC 2606).
+set(NETTLECAP_MAINTAINER "${NETTLECAP_VENDOR} <maintainers@nettlecap.example>")
 set(id com.nettlecap.Nettlecap)
 
 # A package says when its sources changed, not when it was built.
@@ -69,5 +70,7 @@ set(CPACK_DEBIAN_PACKAGE_SHLIBDEPS ON)
 set(CPACK_DEBIAN_PACKAGE_DEPENDS
   "qml6-module-qtquick, qml6-module-qtqml-workerscript, qt6-image-formats-plugins")
 set(CPACK_DEBIAN_PACKAGE_RECOMMENDS
-  "default-dbus-session-bus | dbus-session-bus, fonts-dejavu-core, fonts-noto-color-emoji, xdg-utils")
+  "default-dbus-session-bus | dbus-session-bus, fonts-dejavu-core, fonts-noto-color-emoji, packagekit, xdg-utils")
+# It shows what became of a search for updates; every desktop brings one.
+set(CPACK_DEBIAN_PACKAGE_SUGGESTS "notification-daemon")
 include(CPack)

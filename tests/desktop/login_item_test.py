@@ -44,13 +44,24 @@ class LoginItemTest(DesktopTest):
         self.assertEqual(self.run_once(), "enabled")
         wait_until(lambda: not self.program.panel(), "it has ended")
 
-        run("gio", "launch", str(self.entry), env={**os.environ, **self.program.environment})
+        # Not by run(): the program would keep what run() reads open.
+        subprocess.run(["gio", "launch", str(self.entry)], env={**os.environ, **self.program.environment},
+                       stdout=subprocess.DEVNULL, stderr=subprocess.DEVNULL, check=True, timeout=DEADLINE)
 
         panel = wait_until(self.program.panel, "the panel of the program that the desktop started")
         started = int(run("xdotool", "getwindowpid", str(panel.id)))
         self.assertEqual(os.readlink(f"/proc/{started}/exe"), os.path.realpath(PROGRAM))
         os.kill(started, signal.SIGTERM)
         wait_until(lambda: not os.path.exists(f"/proc/{started}"), "it ends")
+
+    def test_a_copy_that_was_built_but_not_installed_leaves_the_entry_of_another(self):
+        other = "[Desktop Entry]\nType=Application\nName=Nettlecap\nExec=/bin/true\n"
+        self.entry.parent.mkdir(parents=True)
+        self.entry.write_text(other)
+
+        self.assertEqual(self.run_once(), "enabled")
+
+        self.assertEqual(self.entry.read_text(), other)
 
     def test_switched_off_in_the_desktops_settings_it_stays_off(self):
         self.run_once()

@@ -14,12 +14,14 @@ const QString button = QStringLiteral("button");
 }  // namespace
 
 DesktopNotification::DesktopNotification(QDBusConnection bus) : bus_(std::move(bus)) {
-    bus_.connect(service, path, service, QStringLiteral("ActionInvoked"), this,
+    // Of whoever shows them: to listen to the name, Qt would wait for the bus to say whose it is.
+    bus_.connect(QString(), path, service, QStringLiteral("ActionInvoked"), this,
                  SLOT(actionInvoked(uint, QString)));
 }
 
-void DesktopNotification::show(const Text& text, Task onButton) {
-    onButton_ = std::move(onButton);
+void DesktopNotification::show(const Text& text, Reactions reactions) {
+    reactions_ = std::move(reactions);
+    if (!bus_.isConnected()) return nobodySeesIt();
     QStringList actions;
     // A click on the notice itself is the action "default".
     if (!text.button.isEmpty()) actions = {QStringLiteral("default"), text.button, button, text.button};
@@ -32,12 +34,20 @@ void DesktopNotification::show(const Text& text, Task onButton) {
     connect(watcher, &QDBusPendingCallWatcher::finished, this, [this, watcher] {
         const QDBusPendingReply<uint> reply = *watcher;
         watcher->deleteLater();
-        if (!reply.isError()) shown_ = reply.value();
+        if (reply.isError())
+            nobodySeesIt();
+        else
+            shown_ = reply.value();
     });
 }
 
 void DesktopNotification::actionInvoked(uint id, const QString&) {
-    if (id == shown_ && onButton_) std::exchange(onButton_, nullptr)();
+    if (id == shown_)
+        if (const Task task = std::exchange(reactions_, {}).toButton) task();
+}
+
+void DesktopNotification::nobodySeesIt() {
+    if (const Task task = std::exchange(reactions_, {}).toNobodySeeingIt) task();
 }
 
 }  // namespace nettlecap

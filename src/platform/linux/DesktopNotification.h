@@ -8,7 +8,7 @@
 namespace nettlecap {
 
 /// The desktop's own notices (org.freedesktop.Notifications), one at a time: the next takes
-/// the place of the one before. Where the desktop has none, nobody sees them.
+/// the place of the one before. Many a desktop has none.
 class DesktopNotification final : public QObject {
     Q_OBJECT
 
@@ -19,17 +19,24 @@ public:
         QString button;  ///< empty: none
     };
 
+    struct Reactions {
+        Task toButton;
+        Task toNobodySeeingIt;
+    };
+
     explicit DesktopNotification(QDBusConnection bus);
 
-    void show(const Text& text, Task onButton = {});
+    void show(const Text& text, Reactions reactions);
 
 private Q_SLOTS:
     void actionInvoked(uint id, const QString& action);
 
 private:
+    void nobodySeesIt();
+
     QDBusConnection bus_;
     uint shown_ = 0;  // 0: none yet
-    Task onButton_;
+    Reactions reactions_;
 };
 
 }  // namespace nettlecap

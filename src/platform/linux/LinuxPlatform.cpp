@@ -2,6 +2,7 @@
 
 #include "platform/linux/FileUserDefaults.h"
 #include "platform/linux/InstalledBundle.h"
+#include "platform/linux/PackageKitUpdater.h"
 #include "platform/linux/PosixFileSystem.h"
 #include "platform/linux/QtBackgroundWork.h"
 #include "platform/linux/QtImageCodec.h"
@@ -126,7 +127,10 @@ LoginItem& LinuxPlatform::loginItem() { return parts_->loginItem; }
 const BundleInfo& LinuxPlatform::bundle() const { return parts_->bundle; }
 
 MakeSoftwareUpdater LinuxPlatform::makeUpdater() {
-    return [] { return std::unique_ptr<SoftwareUpdater>(); };
+    return [this] {
+        return PackageKitUpdater::make(
+            {.clock = parts_->clock, .scheduler = parts_->scheduler, .defaults = parts_->defaults});
+    };
 }
 
 void LinuxPlatform::handOver() { parts_->pasteboard->handOver(); }

@@ -31,7 +31,7 @@ public:
     /// And what belongs to the program as it is installed.
     LoginItem& loginItem();
     const BundleInfo& bundle() const;
-    MakeSoftwareUpdater makeUpdater();
+    MakeSoftwareUpdater makeUpdater();  ///< what it makes must go before the backend
 
     /// The program is about to end: somebody else is to keep what it has on the clipboard.
     /// Runs the event loop for a moment.

@@ -1,10 +1,12 @@
 #include "platform/linux/PackageKitTransaction.h"
 
+#include "platform/linux/FileDescriptor.h"
+
+#include <QDBusError>
 #include <QDBusMessage>
 #include <QDBusObjectPath>
 #include <QDBusPendingCallWatcher>
 #include <QDBusPendingReply>
-#include <QDBusServiceWatcher>
 
 namespace nettlecap {
 namespace {
@@ -12,13 +14,22 @@ namespace {
 const QString service = QStringLiteral("org.freedesktop.PackageKit");
 const QString transactionInterface = QStringLiteral("org.freedesktop.PackageKit.Transaction");
 constexpr uint success = 1;  // PK_EXIT_ENUM_SUCCESS
+constexpr uint blocked = 9;  // PK_INFO_ENUM_BLOCKED: the administrator holds it back
+
+Failure failure(const QString& description, std::errc otherwise) {
+    return description.isEmpty() ? systemFailure(otherwise) : Failure{description.toStdString()};
+}
+
+QString text(bool isTrue) { return isTrue ? QStringLiteral("true") : QStringLiteral("false"); }
 
 }  // namespace
 
-PackageKitTransaction::PackageKitTransaction(QDBusConnection bus, QString method, QVariantList arguments,
-                                             Answer answer)
-    : bus_(std::move(bus)), method_(std::move(method)), arguments_(std::move(arguments)),
-      answer_(std::move(answer)) {
+PackageKitTransaction::PackageKitTransaction(QDBusConnection bus, Work work, Answer answer)
+    : bus_(std::move(bus)), work_(std::move(work)), answer_(std::move(answer)) {
+    if (!bus_.isConnected()) {
+        end(failure(bus_.lastError().message(), std::errc::not_connected));
+        return;
+    }
     const auto create = QDBusMessage::createMethodCall(service, QStringLiteral("/org/freedesktop/PackageKit"),
                                                        service, QStringLiteral("CreateTransaction"));
     auto* watcher = new QDBusPendingCallWatcher(bus_.asyncCall(create), this);
@@ -26,48 +37,52 @@ PackageKitTransaction::PackageKitTransaction(QDBusConnection bus, QString method
         const QDBusPendingReply<QDBusObjectPath> reply = *watcher;
         watcher->deleteLater();
         if (reply.isError())
-            fail(reply.error().message());
+            end(failure(reply.error().message(), std::errc::connection_reset));
         else
-            begin(reply.value().path());
+            begin(reply.reply().service(), reply.value().path());
     });
 }
 
 PackageKitTransaction::~PackageKitTransaction() {
-    if (!answer_ || path_.isEmpty()) return;
+    if (!answer_ || result_ || path_.isEmpty() || !bus_.isConnected()) return;
     bus_.send(QDBusMessage::createMethodCall(service, path_, transactionInterface, QStringLiteral("Cancel")));
 }
 
-void PackageKitTransaction::begin(const QString& path) {
+/// Listens to the owner of the name: to listen to the name, Qt would wait for the bus to say
+/// whose it is.
+void PackageKitTransaction::begin(const QString& owner, const QString& path) {
     path_ = path;
     const auto listen = [&](const char* signal, const char* slot) {
-        bus_.connect(service, path, transactionInterface, QLatin1String(signal), this, slot);
+        bus_.connect(owner, path, transactionInterface, QLatin1String(signal), this, slot);
     };
     listen("Package", SLOT(package(uint, QString, QString)));
     listen("ErrorCode", SLOT(errorCode(uint, QString)));
     listen("Finished", SLOT(finished(uint, uint)));
-    listen("Destroy", SLOT(disappeared()));
-    auto* watcher = new QDBusServiceWatcher(service, bus_, QDBusServiceWatcher::WatchForUnregistration, this);
-    connect(watcher, &QDBusServiceWatcher::serviceUnregistered, this, &PackageKitTransaction::disappeared);
-    const QStringList hints{QStringLiteral("background=true"), QStringLiteral("interactive=false"),
+    presence_.setConnection(bus_);
+    presence_.setWatchMode(QDBusServiceWatcher::WatchForUnregistration);
+    presence_.addWatchedService(service);
+    connect(&presence_, &QDBusServiceWatcher::serviceUnregistered, this, &PackageKitTransaction::disappeared);
+    const QStringList hints{QStringLiteral("background=") + text(!work_.isForUser),
+                            QStringLiteral("interactive=") + text(work_.isForUser),
                             QStringLiteral("locale=pt_BR.UTF-8")};
-    call(path, QStringLiteral("SetHints"), {hints});
-    call(path, method_, arguments_);
+    call(QStringLiteral("SetHints"), {hints});
+    call(work_.method, work_.arguments);
 }
 
-void PackageKitTransaction::call(const QString& path, const QString& method, const QVariantList& arguments) {
-    auto message = QDBusMessage::createMethodCall(service, path, transactionInterface, method);
+void PackageKitTransaction::call(const QString& method, const QVariantList& arguments) {
+    auto message = QDBusMessage::createMethodCall(service, path_, transactionInterface, method);
     message.setArguments(arguments);
     auto* watcher = new QDBusPendingCallWatcher(bus_.asyncCall(message), this);
     connect(watcher, &QDBusPendingCallWatcher::finished, this, [this, watcher] {
         watcher->deleteLater();
-        if (watcher->isError()) fail(watcher->error().message());
+        if (watcher->isError()) end(failure(watcher->error().message(), std::errc::connection_reset));
     });
 }
 
-void PackageKitTransaction::package(uint, const QString& identifier, const QString&) {
+void PackageKitTransaction::package(uint kind, const QString& identifier, const QString&) {
     // name;version;architecture;origin
     const QStringList parts = identifier.split(QLatin1Char(';'));
-    if (parts.size() == 4)
+    if (parts.size() == 4 && kind != blocked)
         offers_.push_back({.name = parts[0].toStdString(), .version = parts[1].toStdString()});
 }
 
@@ -77,15 +92,21 @@ void PackageKitTransaction::finished(uint exit, uint) {
     if (exit == success)
         end(std::move(offers_));
     else
-        fail(error_);
+        end(failure(error_, std::errc::operation_canceled));
 }
 
-void PackageKitTransaction::disappeared() { fail(error_); }
-
-void PackageKitTransaction::fail(const QString& description) { end(Failure{description.toStdString()}); }
+void PackageKitTransaction::disappeared() { end(failure(error_, std::errc::connection_reset)); }
 
 void PackageKitTransaction::end(Result<std::vector<PackageOffer>> result) {
-    if (const auto answer = std::exchange(answer_, nullptr)) answer(std::move(result));
+    if (!answer_ || result_) return;
+    result_ = std::move(result);
+    // Not within the call, which may be that of the constructor.
+    QMetaObject::invokeMethod(this, "tell", Qt::QueuedConnection);
+}
+
+void PackageKitTransaction::tell() {
+    const auto result = std::move(*result_);
+    std::exchange(answer_, nullptr)(result);
 }
 
 }  // namespace nettlecap

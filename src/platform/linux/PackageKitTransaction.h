@@ -3,6 +3,7 @@
 #include "platform/Values.h"
 
 #include <QDBusConnection>
+#include <QDBusServiceWatcher>
 #include <QObject>
 #include <vector>
 
@@ -17,15 +18,20 @@ struct PackageOffer {
 };
 
 /// One piece of work that PackageKit does (org.freedesktop.PackageKit.Transaction). Answers
-/// once, unless it is destroyed before, which calls the work off.
+/// once, never within a call, unless it is destroyed before, which calls the work off.
 class PackageKitTransaction final : public QObject {
     Q_OBJECT
 
 public:
-    using Answer = std::function<void(Result<std::vector<PackageOffer>>)>;
+    struct Work {
+        QString method;  ///< RefreshCache, GetUpdates, …
+        QVariantList arguments;
+        bool isForUser = false;  ///< who waits for it, and may be asked for a password
+    };
+    /// May destroy the transaction.
+    using Answer = std::function<void(const Result<std::vector<PackageOffer>>&)>;
 
-    /// The method and its arguments: RefreshCache, GetUpdates, …
-    PackageKitTransaction(QDBusConnection bus, QString method, QVariantList arguments, Answer answer);
+    PackageKitTransaction(QDBusConnection bus, Work work, Answer answer);
     ~PackageKitTransaction() override;
 
 private Q_SLOTS:
@@ -33,20 +39,21 @@ private Q_SLOTS:
     void errorCode(uint code, const QString& details);
     void finished(uint exit, uint runtime);
     void disappeared();  // the service
+    void tell();
 
 private:
-    void begin(const QString& path);
-    void call(const QString& path, const QString& method, const QVariantList& arguments);
-    void fail(const QString& description);
+    void begin(const QString& owner, const QString& path);
+    void call(const QString& method, const QVariantList& arguments);
     void end(Result<std::vector<PackageOffer>> result);
 
     QDBusConnection bus_;
-    QString method_;
-    QVariantList arguments_;
+    Work work_;
     Answer answer_;
-    QString path_;
+    QDBusServiceWatcher presence_;  // of the service
+    QString path_;                  // empty: it has not begun
     QString error_;
     std::vector<PackageOffer> offers_;
+    std::optional<Result<std::vector<PackageOffer>>> result_;  // until it is told
 };
 
 }  // namespace nettlecap

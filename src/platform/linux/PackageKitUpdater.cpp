@@ -4,54 +4,40 @@
 #include "platform/linux/DetachedProgram.h"
 #include "platform/linux/FileDescriptor.h"
 #include "platform/linux/PackageKitTransaction.h"
+#include "platform/linux/PackageOrigin.h"
 
-#include <QDBusMessage>
-#include <QString>
-#include <array>
 #include <charconv>
-#include <fstream>
 
 namespace nettlecap {
 namespace {
 
-constexpr std::string_view package = "nettlecap";
+constexpr const char* package = "nettlecap";
 constexpr std::string_view lastLookKey = "Nettlecap.lastUpdateCheck";
 constexpr Seconds timeBetweenQuestions{60 * 60};  // whether it is due again
 constexpr qulonglong noFilter = 1 << 1;           // PK_FILTER_ENUM_NONE
 
 struct UpdateProgram {
-    const char* name;
+    std::string name;
     std::vector<std::string> arguments;
 };
 
-/// Opens what the desktop has for installing updates.
-void openUpdateProgram(const QDBusConnection& session) {
-    const std::array programs{
-        UpdateProgram{"gnome-software", {"--mode=updates"}},
-        UpdateProgram{"plasma-discover", {"--mode", "update"}},
-        UpdateProgram{"gpk-update-viewer", {}},
-        UpdateProgram{"update-manager", {}},
-    };
-    for (const auto& [name, arguments] : programs)
-        if (const auto program = detachedProgram::find(name);
-            program && detachedProgram::start(*program, arguments))
-            return;
-    auto call = QDBusMessage::createMethodCall("org.freedesktop.PackageKit", "/org/freedesktop/PackageKit",
-                                               "org.freedesktop.PackageKit.Modify", "InstallPackageNames");
-    call << 0U << QStringList(QLatin1String(package.data(), package.size())) << QString();
-    session.send(call);
+/// What the desktop has for installing updates. Absent: nothing that we know.
+std::optional<UpdateProgram> updateProgram() {
+    for (const auto& program : {UpdateProgram{"gnome-software", {"--mode=updates"}},
+                                UpdateProgram{"plasma-discover", {"--mode", "update"}},
+                                UpdateProgram{"gpk-update-viewer", {}}, UpdateProgram{"update-manager", {}}})
+        if (detachedProgram::find(program.name)) return program;
+    return std::nullopt;
 }
 
-/// What dpkg keeps of a package is a file that lists its files.
-bool isFromPackage(const Path& program) {
-    if (program != "/usr/bin/nettlecap") return false;
-    std::ifstream list("/var/lib/dpkg/info/nettlecap.list");
-    for (std::string line; std::getline(list, line);)
-        if (line == program) return true;
-    return false;
+void open(const UpdateProgram& program) {
+    // It may have gone since the user was told; then there is nothing to open.
+    if (const auto path = detachedProgram::find(program.name))
+        (void)detachedProgram::start(*path, program.arguments);
 }
 
-DesktopNotification::Text textFor(const Result<std::optional<std::string>>& newerVersion) {
+DesktopNotification::Text textFor(const Result<std::optional<std::string>>& newerVersion,
+                                  bool canBeInstalled) {
     if (!newerVersion)
         return {.summary = QStringLiteral("Não foi possível buscar atualizações"),
                 .body = QString::fromStdString(newerVersion.description()),
@@ -60,21 +46,21 @@ DesktopNotification::Text textFor(const Result<std::optional<std::string>>& newe
         return {.summary = QStringLiteral("O Nettlecap está atualizado"), .body = {}, .button = {}};
     return {.summary = QStringLiteral("Atualização disponível"),
             .body = QStringLiteral("Nettlecap ") + QString::fromStdString(**newerVersion),
-            .button = QStringLiteral("Instalar")};
+            .button = canBeInstalled ? QStringLiteral("Instalar") : QString()};
 }
 
 }  // namespace
 
 /// One check from beginning to end.
 struct PackageKitUpdater::Look {
-    bool isForUser = false;
+    bool isForUser;
     QDBusConnection bus;
+    std::optional<Failure> refreshFailure;
     std::unique_ptr<PackageKitTransaction> step;
 };
 
 std::unique_ptr<SoftwareUpdater> PackageKitUpdater::make(const Ports& ports) {
-    std::error_code error;
-    if (!isFromPackage(std::filesystem::read_symlink("/proc/self/exe", error))) return nullptr;
+    if (!isFromPackage(package)) return nullptr;
     return std::make_unique<PackageKitUpdater>(
         ports, Buses{.system = &QDBusConnection::systemBus, .session = &QDBusConnection::sessionBus});
 }
@@ -84,11 +70,8 @@ PackageKitUpdater::PackageKitUpdater(const Ports& ports, Buses buses)
 
 PackageKitUpdater::~PackageKitUpdater() = default;
 
-void PackageKitUpdater::start() { canCheckForUpdates_ = true; }
-
 void PackageKitUpdater::resetUpdateCycleAfterShortDelay() {
-    ++cycle_;
-    ports_.scheduler.after(shortDelay, guard_([this, cycle = cycle_] {
+    ports_.scheduler.after(shortDelay, guard_([this, cycle = ++cycle_] {
                                if (cycle == cycle_) lookIfDue();
                            }));
 }
@@ -118,46 +101,54 @@ void PackageKitUpdater::checkForUpdates() {
 void PackageKitUpdater::look(bool isForUser) {
     const auto now = std::to_string(static_cast<std::int64_t>(ports_.clock.now().secondsSince2001));
     ports_.defaults.setData(lastLookKey, Bytes(now));
-    look_ = std::make_unique<Look>(Look{.isForUser = isForUser, .bus = buses_.system(), .step = nullptr});
+    look_ = std::make_unique<Look>(
+        Look{.isForUser = isForUser, .bus = buses_.system(), .refreshFailure = {}, .step = nullptr});
     ports_.scheduler.after(patience, guard_([this, number = ++looks_] {
                                if (look_ && number == looks_) endLook(systemFailure(std::errc::timed_out));
                            }));
-    const auto refreshed = guard_([this](const Result<std::vector<PackageOffer>>& result) {
-        // Never from within the transaction, which goes with the next one.
-        ports_.scheduler.post(guard_([this, number = looks_, result] {
-            if (!look_ || number != looks_) return;
-            if (result)
-                getUpdates();
-            else
-                endLook(Failure{result.description()});
-        }));
-    });
-    look_->step = std::make_unique<PackageKitTransaction>(look_->bus, QStringLiteral("RefreshCache"),
-                                                          QVariantList{false}, refreshed);
+    look_->step = std::make_unique<PackageKitTransaction>(
+        look_->bus,
+        PackageKitTransaction::Work{
+            .method = QStringLiteral("RefreshCache"), .arguments = {false}, .isForUser = isForUser},
+        [this](const auto& refreshed) {
+            if (!refreshed) look_->refreshFailure = Failure{refreshed.description()};
+            listUpdates();
+        });
     canCheckForUpdates_ = false;
 }
 
-void PackageKitUpdater::getUpdates() {
-    const auto listed = guard_([this](const Result<std::vector<PackageOffer>>& result) {
-        ports_.scheduler.post(guard_([this, number = looks_, result] {
-            if (!look_ || number != looks_) return;
-            if (!result) return endLook(Failure{result.description()});
-            for (const PackageOffer& offer : *result)
-                if (offer.name == package) return endLook(std::optional(offer.version));
+/// Also where nothing could be refreshed: the user may not have the right to, and the system
+/// does so by itself from time to time.
+void PackageKitUpdater::listUpdates() {
+    look_->step = std::make_unique<PackageKitTransaction>(
+        look_->bus,
+        PackageKitTransaction::Work{
+            .method = QStringLiteral("GetUpdates"), .arguments = {noFilter}, .isForUser = look_->isForUser},
+        [this](const auto& listed) {
+            if (listed)
+                for (const PackageOffer& offer : *listed)
+                    if (offer.name == package) return endLook(std::optional(offer.version));
+            if (look_->refreshFailure) return endLook(Failure(*look_->refreshFailure));
+            if (!listed) return endLook(Failure{listed.description()});
             endLook(std::optional<std::string>());
-        }));
-    });
-    look_->step = std::make_unique<PackageKitTransaction>(look_->bus, QStringLiteral("GetUpdates"),
-                                                          QVariantList{noFilter}, listed);
+        });
 }
 
-void PackageKitUpdater::endLook(const Result<std::optional<std::string>>& newerVersion) {
+void PackageKitUpdater::endLook(const NewerVersion& newer) {
     const auto look = std::exchange(look_, nullptr);
-    if (look->isForUser || (newerVersion && *newerVersion)) {
-        if (!notification_) notification_ = std::make_unique<DesktopNotification>(buses_.session());
-        notification_->show(textFor(newerVersion), [this] { openUpdateProgram(buses_.session()); });
-    }
+    if (look->isForUser || (newer && *newer)) show(newer, look->isForUser);
     canCheckForUpdates_ = true;
+}
+
+/// Where the desktop shows no notices, who asked sees the program for updates instead.
+void PackageKitUpdater::show(const NewerVersion& newer, bool isForUser) {
+    if (!notification_) notification_ = std::make_unique<DesktopNotification>(buses_.session());
+    const auto program = updateProgram();
+    const Task openProgram = [program] {
+        if (program) open(*program);
+    };
+    notification_->show(textFor(newer, program.has_value()),
+                        {.toButton = openProgram, .toNobodySeeingIt = isForUser ? openProgram : Task()});
 }
 
 }  // namespace nettlecap

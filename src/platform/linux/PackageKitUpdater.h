@@ -23,11 +23,11 @@ public:
         std::function<QDBusConnection()> session;
     };
 
-    static constexpr Seconds shortDelay{300};
+    static constexpr Seconds shortDelay{300};  ///< a session that begins has enough to do
     static constexpr Seconds interval{24 * 60 * 60};
     static constexpr Seconds patience{600};  ///< for one look, the download of the lists included
 
-    /// Null for a copy that no package manager brought. The ports must outlive it.
+    /// Null for a copy that no package brought. The ports must outlive it.
     static std::unique_ptr<SoftwareUpdater> make(const Ports& ports);
 
     PackageKitUpdater(const Ports& ports, Buses buses);
@@ -39,18 +39,20 @@ public:
     }
 
     void setAutomaticallyChecksForUpdates(bool isOn) override { isAutomatic_ = isOn; }
-    void start() override;
+    void start() override { canCheckForUpdates_ = true; }
     void resetUpdateCycleAfterShortDelay() override;
     void checkForUpdates() override;
 
 private:
     struct Look;
+    using NewerVersion = Result<std::optional<std::string>>;  // absent: this one is the newest
 
     void lookIfDue();
-    void look(bool isForUser);
-    void getUpdates();
-    void endLook(const Result<std::optional<std::string>>& newerVersion);
     bool isDue() const;
+    void look(bool isForUser);
+    void listUpdates();
+    void endLook(const NewerVersion& newer);
+    void show(const NewerVersion& newer, bool isForUser);
 
     Ports ports_;
     Buses buses_;
@@ -58,7 +60,7 @@ private:
     bool isAutomatic_ = false;
     int cycle_ = 0;
     int looks_ = 0;
-    std::unique_ptr<Look> look_;
+    std::unique_ptr<Look> look_;  // while there is one
     std::unique_ptr<class DesktopNotification> notification_;
     LifetimeGuard guard_;
 };

@@ -1,5 +1,6 @@
 #include "platform/linux/InstalledBundle.h"
 
+#include "platform/contracts/BundleInfoContract.h"
 #include "platform/linux/PosixFileSystem.h"
 #include "platform/linux/TemporaryFolder.h"
 
@@ -10,6 +11,36 @@ namespace nettlecap {
 namespace {
 
 namespace fs = std::filesystem;
+
+class InstalledBundleHarness final : public BundleInfoHarness {
+public:
+    InstalledBundleHarness() { install(); }
+
+    const BundleInfo& bundle() override { return *bundle_; }
+    void setFlag(const std::string& key, bool isOn) override {
+        flags_ += "<key>" + key + "</key>" + (isOn ? "<true/>" : "<false/>");
+        install();
+    }
+
+private:
+    void install() {
+        fs::create_directories(share_);
+        std::ofstream(share_ / "Info.plist")
+            << "<plist version=\"1.0\"><dict>" << flags_ << "</dict></plist>";
+        bundle_.emplace(files_, folder_.path() / "bin/nettlecap");
+    }
+
+    TemporaryFolder folder_;
+    Path share_ = folder_.path() / "share/nettlecap";
+    PosixFileSystem files_;
+    std::string flags_ = "<key>CFBundleName</key><string>Nettlecap</string>";
+    std::optional<InstalledBundle> bundle_;
+};
+
+INSTANTIATE_TEST_SUITE_P(Installed, BundleInfoContract,
+                         testing::Values([]() -> std::unique_ptr<BundleInfoHarness> {
+                             return std::make_unique<InstalledBundleHarness>();
+                         }));
 
 class InstalledBundleTest : public testing::Test {
 protected:

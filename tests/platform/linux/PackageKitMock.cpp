@@ -34,16 +34,27 @@ void PrivateBus::stop() {
 
 void MockTransaction::RefreshCache(bool) {
     archive_.askedFor += QStringLiteral("RefreshCache");
-    if (!archive_.answers) return;
-    if (!archive_.error.isEmpty()) Q_EMIT ErrorCode(2, archive_.error);
-    Q_EMIT Finished(archive_.error.isEmpty() ? 1 : 2, 10);
+    if (!archive_.refusal.isEmpty())
+        sendErrorReply(QStringLiteral("org.freedesktop.PackageKit.Transaction.RefusedByPolicy"),
+                       archive_.refusal);
+    else if (archive_.isCancelled)
+        Q_EMIT Finished(3, 10);
+    else if (archive_.answers)
+        finish(archive_.refreshError);
 }
 
 void MockTransaction::GetUpdates(qulonglong) {
     archive_.askedFor += QStringLiteral("GetUpdates");
     for (const QString& identifier : archive_.updates)
         Q_EMIT Package(5, identifier, QStringLiteral("summary"));
-    Q_EMIT Finished(1, 10);
+    for (const QString& identifier : archive_.heldBack)
+        Q_EMIT Package(9, identifier, QStringLiteral("summary"));
+    finish(archive_.listError);
+}
+
+void MockTransaction::finish(const QString& error) {
+    if (!error.isEmpty()) Q_EMIT ErrorCode(2, error);
+    Q_EMIT Finished(error.isEmpty() ? 1 : 2, 10);
 }
 
 MockPackageKit::MockPackageKit(QDBusConnection bus, MockArchive& archive)

@@ -1,12 +1,12 @@
 #pragma once
 
 #include <QDBusConnection>
+#include <QDBusContext>
 #include <QDBusObjectPath>
 #include <QObject>
 #include <QProcess>
 #include <QStringList>
 #include <QVariantMap>
-#include <map>
 #include <memory>
 #include <vector>
 
@@ -29,14 +29,18 @@ private:
 
 /// What a look of the updater finds.
 struct MockArchive {
-    QStringList updates;   ///< package identifiers
-    QString error;         ///< of the refreshing; empty: it succeeds
-    bool answers = true;   ///< false: work begins and never ends
-    QStringList askedFor;  ///< the methods, in order
+    QStringList updates;       ///< package identifiers
+    QStringList heldBack;      ///< more of them, which the administrator does not want
+    QString refreshError;      ///< empty: the refreshing succeeds
+    QString listError;         ///< empty: the listing succeeds
+    QString refusal;           ///< of every piece of work, before it begins; empty: none
+    bool isCancelled = false;  ///< the refreshing, by somebody else, who says nothing
+    bool answers = true;       ///< false: work begins and never ends
+    QStringList askedFor;      ///< the methods, in order
     QStringList hints;
 };
 
-class MockTransaction final : public QObject {
+class MockTransaction final : public QObject, protected QDBusContext {
     Q_OBJECT
     Q_CLASSINFO("D-Bus Interface", "org.freedesktop.PackageKit.Transaction")
 
@@ -55,6 +59,8 @@ Q_SIGNALS:
     void Finished(uint exit, uint runtime);
 
 private:
+    void finish(const QString& error);
+
     MockArchive& archive_;
 };
 
@@ -84,6 +90,7 @@ public:
     explicit MockNotifications(QDBusConnection bus);
 
     const QStringList& shown() const { return shown_; }  ///< "summary|body|buttons"
+    void forget() { shown_.clear(); }
     void press() { Q_EMIT ActionInvoked(7, QStringLiteral("button")); }
 
 public Q_SLOTS:

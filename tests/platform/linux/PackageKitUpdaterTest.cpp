@@ -1,5 +1,6 @@
 #include "platform/linux/PackageKitUpdater.h"
 
+#include "platform/contracts/SoftwareUpdaterContract.h"
 #include "platform/fake/FakeTime.h"
 #include "platform/fake/FakeUserDefaults.h"
 #include "platform/linux/Environment.h"
@@ -19,10 +20,8 @@ namespace fs = std::filesystem;
 constexpr const char* newer = "nettlecap;0.2.0;amd64;debian";
 constexpr Seconds second{1};
 
-class PackageKitUpdaterTest : public testing::Test {
-protected:
-    void SetUp() override { updater.start(); }
-
+/// An updater on a bus with a package service and a desktop that shows notices.
+struct UpdaterOnABus {
     PackageKitUpdater::Ports ports() { return {.clock = time, .scheduler = time, .defaults = defaults}; }
     PackageKitUpdater::Buses buses() {
         return {.system = [this] { return ours; }, .session = [this] { return ours; }};
@@ -32,6 +31,46 @@ protected:
             time.advance(0s);
             return condition();
         });
+    }
+
+    PrivateBus bus;
+    QDBusConnection theirs = bus.connect(QStringLiteral("theirs"));
+    QDBusConnection ours = bus.connect(QStringLiteral("ours"));
+    MockArchive archive;
+    std::unique_ptr<MockPackageKit> service = std::make_unique<MockPackageKit>(theirs, archive);
+    MockNotifications notifications{theirs};
+    FakeTime time;
+    FakeUserDefaults defaults;
+    PackageKitUpdater updater{ports(), buses()};
+};
+
+class PackageKitUpdaterHarness final : public SoftwareUpdaterHarness {
+public:
+    SoftwareUpdater& updater() override { return on_.updater; }
+    void waitForCheck() override {
+        ++checks_;
+        on_.runUntil([this] { return answers() >= checks_; });
+    }
+    int answers() override { return static_cast<int>(on_.notifications.shown().size()); }
+
+private:
+    UpdaterOnABus on_;
+    int checks_ = 0;
+};
+
+INSTANTIATE_TEST_SUITE_P(PackageKit, SoftwareUpdaterContract,
+                         testing::Values([]() -> std::unique_ptr<SoftwareUpdaterHarness> {
+                             return std::make_unique<PackageKitUpdaterHarness>();
+                         }));
+
+class PackageKitUpdaterTest : public testing::Test, protected UpdaterOnABus {
+protected:
+    void SetUp() override { updater.start(); }
+
+    /// The desktop gets a program of that name, which leaves a file behind.
+    void installUpdateProgram(const std::string& name) {
+        std::ofstream(bin.path() / name) << "#!/bin/sh\n: > '" << opened.string() << "'\n";
+        fs::permissions(bin.path() / name, fs::perms(0755));
     }
     /// What the user is told, once the look is over.
     std::string told() {
@@ -46,54 +85,149 @@ protected:
         return archive.askedFor.count(QStringLiteral("RefreshCache"));
     }
 
-    PrivateBus bus;
-    QDBusConnection theirs = bus.connect(QStringLiteral("theirs"));
-    QDBusConnection ours = bus.connect(QStringLiteral("ours"));
-    MockArchive archive;
-    std::unique_ptr<MockPackageKit> service = std::make_unique<MockPackageKit>(theirs, archive);
-    MockNotifications notifications{theirs};
-    FakeTime time;
-    FakeUserDefaults defaults;
-    PackageKitUpdater updater{ports(), buses()};
+    PrivateBus quietBus;
+    QDBusConnection quiet = quietBus.connect(QStringLiteral("quiet"));  // nobody shows notices there
+    TemporaryFolder bin;
+    Path opened = bin.path() / "opened";
+    Environment path{"PATH", bin.path()};
 };
-
-TEST_F(PackageKitUpdaterTest, CannotCheckBeforeItIsStarted) {
-    PackageKitUpdater fresh(ports(), buses());
-    EXPECT_FALSE(fresh.canCheckForUpdates());
-
-    int changes = 0;
-    const auto subscription = fresh.onCanCheckForUpdatesChange([&] { ++changes; });
-    fresh.start();
-
-    EXPECT_TRUE(fresh.canCheckForUpdates());
-    EXPECT_EQ(changes, 1);
-}
 
 TEST_F(PackageKitUpdaterTest, TellsTheUserOfANewerVersion) {
     archive.updates = {QStringLiteral("other;9;all;debian"), QString(newer)};
 
     updater.checkForUpdates();
 
-    EXPECT_EQ(told(), "Atualização disponível|Nettlecap 0.2.0|default,Instalar,button,Instalar");
+    EXPECT_EQ(told(), "Atualização disponível|Nettlecap 0.2.0|");
     EXPECT_EQ(archive.askedFor, (QStringList{"RefreshCache", "GetUpdates"}));
-    EXPECT_TRUE(archive.hints.contains("interactive=false"));
+}
+
+TEST_F(PackageKitUpdaterTest, TheButtonOpensWhatTheDesktopHasForUpdates) {
+    for (const char* program : {"update-manager", "gpk-update-viewer", "plasma-discover", "gnome-software"}) {
+        installUpdateProgram(program);
+        archive.updates = {QString(newer)};
+        updater.checkForUpdates();
+        ASSERT_EQ(told(), "Atualização disponível|Nettlecap 0.2.0|default,Instalar,button,Instalar");
+
+        // The answer to the notice may still be on its way.
+        EXPECT_TRUE(runUntil([&] {
+            notifications.press();
+            return fs::exists(opened);
+        })) << program;
+        fs::remove(opened);
+        fs::remove(bin.path() / program);
+        notifications.forget();
+    }
+}
+
+TEST_F(PackageKitUpdaterTest, WhoAsksWhereNoNoticesAreShownSeesTheProgramForUpdates) {
+    installUpdateProgram("gnome-software");
+    PackageKitUpdater there(ports(),
+                            {.system = [this] { return ours; }, .session = [this] { return quiet; }});
+    there.start();
+
+    there.checkForUpdates();
+
+    EXPECT_TRUE(runUntil([this] { return fs::exists(opened); }));
+}
+
+TEST_F(PackageKitUpdaterTest, OpensNothingThatNobodyAskedFor) {
+    installUpdateProgram("gnome-software");
+    archive.updates = {QString(newer)};
+    PackageKitUpdater there(ports(),
+                            {.system = [this] { return ours; }, .session = [this] { return quiet; }});
+    there.start();
+    there.setAutomaticallyChecksForUpdates(true);
+    there.resetUpdateCycleAfterShortDelay();
+    time.advance(PackageKitUpdater::shortDelay);
+    ASSERT_TRUE(runUntil([&] { return there.canCheckForUpdates(); }));
+    EXPECT_FALSE(fs::exists(opened));
+
+    // Nor later: this look's answer would open it after that one's.
+    const Path openedOnce = bin.path() / "opened-once";
+    std::ofstream(bin.path() / "gnome-software") << "#!/bin/sh\necho >>'" << openedOnce.string() << "'\n";
+    there.checkForUpdates();
+    ASSERT_TRUE(runUntil([&] { return fs::exists(openedOnce) && fs::file_size(openedOnce) > 0; }));
+    EXPECT_EQ(fs::file_size(openedOnce), 1U);
+    EXPECT_FALSE(fs::exists(opened));
+}
+
+TEST_F(PackageKitUpdaterTest, SurvivesAPressOnceTheProgramForUpdatesIsGone) {
+    installUpdateProgram("gnome-software");
+    archive.updates = {QString(newer)};
+    updater.checkForUpdates();
+    ASSERT_EQ(told(), "Atualização disponível|Nettlecap 0.2.0|default,Instalar,button,Instalar");
+    fs::remove(bin.path() / "gnome-software");
+
+    notifications.press();
+    archive.updates.clear();
+    updater.checkForUpdates();
+
+    EXPECT_TRUE(runUntil([this] { return notifications.shown().size() == 2; }));
+    EXPECT_FALSE(fs::exists(opened));
 }
 
 TEST_F(PackageKitUpdaterTest, TellsTheUserThatThereIsNone) {
     archive.updates = {QStringLiteral("nettlecap-other;9;all;debian"), QStringLiteral("nettlecap")};
+    archive.heldBack = {QString(newer)};
 
     updater.checkForUpdates();
 
     EXPECT_EQ(told(), "O Nettlecap está atualizado||");
 }
 
+TEST_F(PackageKitUpdaterTest, OnlyWhoAsksMayBeAskedForAPassword) {
+    updater.checkForUpdates();
+    ASSERT_EQ(looksAfter(0s), 1);
+    EXPECT_TRUE(archive.hints.contains("interactive=true"));
+    EXPECT_TRUE(archive.hints.contains("background=false"));
+
+    updater.setAutomaticallyChecksForUpdates(true);
+    updater.resetUpdateCycleAfterShortDelay();
+    ASSERT_EQ(looksAfter(PackageKitUpdater::interval + PackageKitUpdater::shortDelay), 2);
+    EXPECT_TRUE(archive.hints.contains("interactive=false"));
+    EXPECT_TRUE(archive.hints.contains("background=true"));
+}
+
 TEST_F(PackageKitUpdaterTest, TellsTheUserWhatWentWrongInTheSystemsWords) {
-    archive.error = QStringLiteral("Cannot reach <the> archive");
+    archive.refreshError = QStringLiteral("Cannot reach <the> archive");
 
     updater.checkForUpdates();
 
     EXPECT_EQ(told(), "Não foi possível buscar atualizações|Cannot reach &lt;the&gt; archive|");
     EXPECT_TRUE(updater.canCheckForUpdates());
+}
+
+TEST_F(PackageKitUpdaterTest, FindsWhatTheSystemKnowsOfWhereItCannotRefresh) {
+    archive.refusal = QStringLiteral("not authorised");
+    archive.updates = {QString(newer)};
+
+    updater.checkForUpdates();
+
+    EXPECT_EQ(told(), "Atualização disponível|Nettlecap 0.2.0|");
+}
+
+TEST_F(PackageKitUpdaterTest, DoesNotCallItselfTheNewestWhereItCannotRefresh) {
+    archive.refusal = QStringLiteral("not authorised");
+
+    updater.checkForUpdates();
+
+    EXPECT_EQ(told(), "Não foi possível buscar atualizações|not authorised|");
+}
+
+TEST_F(PackageKitUpdaterTest, SurvivesAListThatFails) {
+    archive.listError = QStringLiteral("Lists are damaged");
+
+    updater.checkForUpdates();
+
+    EXPECT_EQ(told(), "Não foi possível buscar atualizações|Lists are damaged|");
+}
+
+TEST_F(PackageKitUpdaterTest, SurvivesACancellation) {
+    archive.isCancelled = true;
+
+    updater.checkForUpdates();
+
+    EXPECT_EQ(told(), "Não foi possível buscar atualizações|Operation canceled|");
 }
 
 TEST_F(PackageKitUpdaterTest, CannotCheckWhileItLooks) {
@@ -120,7 +254,7 @@ TEST_F(PackageKitUpdaterTest, SurvivesTheEndOfTheService) {
 
     service.reset();
 
-    EXPECT_EQ(told(), "Não foi possível buscar atualizações||");
+    EXPECT_EQ(told(), "Não foi possível buscar atualizações|Connection reset by peer|");
 }
 
 TEST_F(PackageKitUpdaterTest, SurvivesWithoutTheService) {
@@ -135,8 +269,23 @@ TEST_F(PackageKitUpdaterTest, SurvivesWithoutABus) {
     bus.stop();
 
     updater.checkForUpdates();
-
     EXPECT_TRUE(runUntil([this] { return updater.canCheckForUpdates(); }));
+
+    // By now the connection is known to be dead.
+    updater.checkForUpdates();
+    EXPECT_TRUE(runUntil([this] { return updater.canCheckForUpdates(); }));
+}
+
+TEST_F(PackageKitUpdaterTest, SurvivesABusThatNeverWas) {
+    const auto none = [] { return QDBusConnection::connectToBus("unix:path=/nowhere", "none"); };
+    PackageKitUpdater alone(ports(), {.system = none, .session = [this] { return ours; }});
+    alone.start();
+
+    alone.checkForUpdates();
+
+    EXPECT_TRUE(runUntil([&] { return alone.canCheckForUpdates(); }));
+    EXPECT_EQ(told().rfind("Não foi possível buscar atualizações|", 0), 0U);
+    QDBusConnection::disconnectFromBus("none");
 }
 
 TEST_F(PackageKitUpdaterTest, MayGoAwayWhileItLooks) {
@@ -212,31 +361,14 @@ TEST_F(PackageKitUpdaterTest, IsQuietByItselfUnlessThereIsSomethingNew) {
     updater.setAutomaticallyChecksForUpdates(true);
     updater.resetUpdateCycleAfterShortDelay();
     ASSERT_EQ(looksAfter(300s), 1);
-    archive.error = QStringLiteral("offline");
+    archive.refreshError = QStringLiteral("offline");
     ASSERT_EQ(looksAfter(24h), 2);
 
-    archive.error.clear();
+    archive.refreshError.clear();
     archive.updates = {QString(newer)};
     ASSERT_EQ(looksAfter(24h), 3);
 
-    EXPECT_EQ(told(), "Atualização disponível|Nettlecap 0.2.0|default,Instalar,button,Instalar");
-}
-
-TEST_F(PackageKitUpdaterTest, TheButtonOpensWhatTheDesktopHasForUpdates) {
-    TemporaryFolder bin;
-    const Path told = bin.path() / "told";
-    std::ofstream(bin.path() / "gpk-update-viewer") << "#!/bin/sh\n: > '" << told.string() << "'\n";
-    fs::permissions(bin.path() / "gpk-update-viewer", fs::perms(0755));
-    const Environment path("PATH", bin.path());
-    archive.updates = {QString(newer)};
-    updater.checkForUpdates();
-    ASSERT_TRUE(runUntil([this] { return !notifications.shown().empty(); }));
-
-    // The answer to the notice may still be on its way.
-    EXPECT_TRUE(runUntil([&] {
-        notifications.press();
-        return fs::exists(told);
-    }));
+    EXPECT_EQ(told(), "Atualização disponível|Nettlecap 0.2.0|");
 }
 
 TEST(PackageKitUpdaterMakeTest, ACopyThatNoPackageBroughtHasNone) {
