@@ -108,6 +108,8 @@ public:
     /// Before every showing of a window that has a title: it shall appear on every desktop
     /// and may have the keyboard, as if the user had just asked for it.
     virtual void prepareToShow(std::uint64_t window) = 0;
+    /// Before every showing of a hidden window that no bar is to list, as part of another.
+    virtual void keepOffTaskbars(std::uint64_t window) = 0;
     /// Shown: to the front and with the keyboard, whatever has it now.
     virtual void bringToFront(std::uint64_t window) = 0;
 

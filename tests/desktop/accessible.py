@@ -13,9 +13,7 @@ ENVIRONMENT = {"QT_LINUX_ACCESSIBILITY_ALWAYS_ON": "1"}
 def nodes(role):
     """Everything of that role that is on the screen, in the order of the tree."""
     found = []
-    loop = GLib.MainContext.default()
-    while loop.pending():  # what the programs told meanwhile, which brings the cache up to date
-        loop.iteration(False)
+    listen()
     desktop = Atspi.get_desktop(0)
     desktop.clear_cache()
     for number in range(desktop.get_child_count()):
@@ -32,6 +30,42 @@ def _collect(node, role, found):
             _collect(node.get_child_at_index(number), role, found)
     except (AttributeError, GLib.Error):  # gone between the question and the answer
         pass
+    return found
+
+
+class Popups:
+    """Menus with windows of their own. Toolkits keep these out of the tree: a screen reader
+    knows one because it is told when it appears."""
+
+    def __init__(self, test):
+        self.menus = []
+        self.listener = Atspi.EventListener.new(self._hear)
+        self.listener.register("object:state-changed:showing")
+        test.addCleanup(self.listener.deregister, "object:state-changed:showing")
+
+    def _hear(self, event):
+        with contextlib.suppress(AttributeError, GLib.Error):  # gone between the event and the question
+            role = event.source.get_role_name()
+            menu = event.source.get_parent() if role == "menu item" else event.source
+            if menu and role in ("menu item", "menu", "popup menu") and menu not in self.menus:
+                self.menus.append(menu)
+
+    def names(self, role):
+        """Of what is on the screen."""
+        found = []
+        listen()
+        for menu in self.menus:
+            menu.clear_cache()
+            with contextlib.suppress(GLib.Error):  # gone between the question and the answer
+                found += [node.get_name() for node in _collect(menu, role, [])]
+        return found
+
+
+def listen():
+    """To what the programs told meanwhile, which brings the cache up to date, too."""
+    loop = GLib.MainContext.default()
+    while loop.pending():
+        loop.iteration(False)
 
 
 def texts(application):

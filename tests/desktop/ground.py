@@ -29,8 +29,8 @@ class Ground:
 
     def is_large(self):
         """Drawn too, what the window manager puts around it aside."""
-        screen = self.screen.root.get_geometry()
-        return all(self.screen.colour(screen.width // 2, y) == COLOUR for y in (40, screen.height // 2))
+        left, top, width, height = self.screen.work_area()
+        return all(self.screen.colour(left + width // 2, top + y) == COLOUR for y in (40, height // 2))
 
     def listen(self):
         """Notes what has happened: where on the screen it was clicked, how many keys it got."""

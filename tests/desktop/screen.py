@@ -31,6 +31,10 @@ class Screen:
     def title(self, window):
         return (self._property(window, "_NET_WM_NAME") or b"").decode()
 
+    def states(self, window):
+        """The names of what the window manager holds it for."""
+        return {self.display.get_atom_name(state) for state in self._property(window, "_NET_WM_STATE") or []}
+
     def active(self):
         value = self._property(self.root, "_NET_ACTIVE_WINDOW")
         return value[0] if value is not None and len(value) else 0

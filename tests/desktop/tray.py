@@ -1,9 +1,12 @@
 """Real trays of both kinds, and where the program's icon is in them."""
 
+import contextlib
 import pathlib
+import subprocess
 
-from desktop import ROOM, run, wait_until
+from desktop import DEADLINE, ROOM, run, wait_until
 from Xlib import X
+from Xlib.error import XError
 
 LIGHT, DARK = (236, 236, 240), (32, 33, 37)
 
@@ -20,17 +23,24 @@ class Tray:
 
     def stop(self):
         self.test.end(self.process)
-        wait_until(lambda: not self.bar(), "the tray is gone")
+        wait_until(lambda: not self.is_there(), "the tray is gone")
+
+    def is_there(self):
+        return self.bar() is not None
 
     def environment(self):
         return {}
 
     def bar(self):
         """Left, top, width and height of what the tray shows, once it is there."""
-        return next((place(window) for window in self._windows() if self.is_bar(window)), None)
+        for window in self._windows():
+            with contextlib.suppress(XError):  # gone between the list and the question
+                if self.is_bar(window):
+                    return place(window)
+        return None
 
     def is_bar(self, window):
-        return (window.get_wm_class() or ("", ""))[0] == self.name
+        return self.name in (window.get_wm_class() or ())
 
     def _windows(self, inside=None):
         for window in (inside or self.screen.root).query_tree().children:
@@ -48,14 +58,22 @@ def place(window):
     return -corner.x, -corner.y, size.width, size.height
 
 
+def lies_within(inner, outer):
+    starts = all(inner[side] >= outer[side] for side in (0, 1))
+    return starts and all(inner[side] + inner[side + 2] <= outer[side] + outer[side + 2] for side in (0, 1))
+
+
 class EmbeddingTray(Tray):
     """XEmbed: the icon is a window of ours in one of theirs."""
 
     def icon(self):
+        """Where it stays: a tray may take it first and make room for it then."""
         for window in self._windows():
             try:
                 left, top, width, height = place(window)
-                if window.get_wm_class() == ("nettlecap", "Nettlecap") and width <= 64 and height <= 64:
+                if window.get_wm_class() != ("nettlecap", "Nettlecap") or width > 64 or height > 64:
+                    continue
+                if lies_within(place(window), self.bar()) and lies_within(self.bar(), place(self.screen.root)):
                     return left + width // 2, top + height // 2
             except Exception:  # gone between the list and the question
                 continue
@@ -92,9 +110,22 @@ class Trayer(EmbeddingTray):
 
 
 class Xfce4Panel(Tray):
-    """StatusNotifierItem: the icon is told over the bus and drawn by the panel."""
+    """StatusNotifierItem: the icon is told over the bus and drawn by the panel. It takes
+    windows as well, from programs that come before it."""
 
     name = "xfce4-panel"
+
+    def is_there(self):
+        return super().is_there() and self._shows_what_is_told()
+
+    @staticmethod
+    def _shows_what_is_told():
+        watcher = "org.kde.StatusNotifierWatcher"
+        answer = subprocess.run(
+            ["gdbus", "call", "--session", "--dest", watcher, "--object-path", "/StatusNotifierWatcher",
+             "--method", "org.freedesktop.DBus.Properties.Get", watcher, "IsStatusNotifierHostRegistered"],
+            capture_output=True, timeout=DEADLINE)
+        return b"true" in answer.stdout
 
     def command(self):
         settings = ROOM / "config" / "xfce4" / "xfconf" / "xfce-perchannel-xml" / "xfce4-panel.xml"

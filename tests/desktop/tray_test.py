@@ -1,14 +1,23 @@
 """The icon in real trays, its popover and its menu."""
 
 import json
+import os
 import uuid
 
 import accessible
 from desktop import DesktopTest, click, keys, main, run, settled_screenshot, wait_until
 from ground import Ground
+from panel import BESIDE_ITS_NAME
+from reader import tree
 from tray import DARK, LIGHT, Tint2, Tint2AtTheTop, Trayer, Xfce4Panel
 
 LEFT, RIGHT = "1", "3"
+SKIPPED = {"_NET_WM_STATE_SKIP_TASKBAR", "_NET_WM_STATE_SKIP_PAGER"}
+
+
+def picture(name):
+    """Named after the window manager, too: the tests run on several at a time."""
+    settled_screenshot(f"tray-{name}-on-{os.environ.get('NETTLECAP_TEST_WM') or 'openbox'}")
 
 
 class TrayTest(DesktopTest):
@@ -17,17 +26,24 @@ class TrayTest(DesktopTest):
     def setUp(self):
         super().setUp()
         self.program = self.nettlecap(environment=accessible.ENVIRONMENT)
+        self.popups = accessible.Popups(self)
         self.tray = self.kind(self)
 
     def start(self, *texts):
         """The tray and the program, with nothing open and these texts copied."""
         self.tray.start()
-        wait_until(self.tray.bar, "the tray is there")
+        wait_until(self.tray.is_there, "the tray is there")
         self.program.start()
         for text in texts:
             self.offer(text)
             self.program.wait_for_text(text)
         wait_until(self.tray.icon, "the icon is in the tray")
+        self.wait_until_inactive()
+
+    def wait_until_inactive(self):
+        """Qt takes a moment to believe that a closed window has lost the keyboard, and closes
+        a menu that opened meanwhile."""
+        wait_until(lambda: not any("active" in told for told in tree(everything=True)), "no window is active")
 
     def stop(self):
         self.program.stop()
@@ -55,7 +71,7 @@ class TrayTest(DesktopTest):
 
     def menu(self):
         """The menu's lines, whoever shows it."""
-        return [name for name in accessible.names("menu item") if name]
+        return self.popups.names("menu item")
 
     def open_menu(self):
         self.press_icon(RIGHT)
@@ -90,6 +106,14 @@ class InEveryTray:
         middle, icon_y = self.tray.icon()
         self.assertEqual(y, top if icon_y < 400 else top + height - 560)
         self.assertAlmostEqual(x, min(max(left, middle - 215), left + width - 430), delta=2)
+
+    def test_no_taskbar_lists_the_popover(self):
+        self.start()
+        for _ in range(2):
+            popover = self.open_popover()
+            self.assertLessEqual(SKIPPED, self.screen.states(popover))
+            self.press_icon()
+            self.wait_until_closed()
 
     def test_a_click_on_the_desktop_closes_the_popover(self):
         self.start()
@@ -194,7 +218,7 @@ class Tint2Test(InEveryTray, TrayTest):
         self.assertEqual(self.screen.active(), popover.id)
 
     def wait_for_search(self, text):
-        wait_until(lambda: accessible.texts("nettlecap") == [text], f"the search field holds '{text}'")
+        wait_until(lambda: accessible.texts("Nettlecap") == [text], f"the search field holds '{text}'")
 
     def test_the_search_field_has_the_keyboard_and_keeps_what_was_typed(self):
         self.start("um", "dois", "três")
@@ -208,6 +232,38 @@ class Tint2Test(InEveryTray, TrayTest):
         self.wait_for_search("do")
         keys("i")
         self.wait_for_search("doi")
+
+    def test_the_popover_stays_where_it_hangs_when_somebody_drags_it(self):
+        self.start()
+        popover = self.open_popover()
+        place = self.screen.position(popover)
+
+        x, y = place[0] + BESIDE_ITS_NAME[0], place[1] + BESIDE_ITS_NAME[1]
+        run("xdotool", "mousemove", str(x), str(y), "mousedown", LEFT)
+        for _ in range(10):
+            run("xdotool", "mousemove_relative", "--", "-20", "10")
+        run("xdotool", "mouseup", LEFT)
+
+        keys("d")
+        self.wait_for_search("d")  # the popover has dealt with all of it
+        self.assertEqual(self.screen.position(popover), place)
+
+    def test_what_is_behind_the_popover_is_seen_at_its_round_corners(self):
+        self.start()
+        Ground(self)
+        for name, prepare in (("alone", lambda: None), ("composited", self.compositor)):
+            prepare()
+            x, y = self.screen.position(self.open_popover())
+            wait_until(lambda: all(self.is_ground(x + 1, y + down) for down in (1, 558)), "the ground at the corners")
+            self.assertFalse(self.is_ground(x + 20, y + 20))
+            picture(f"corners-{name}")
+            self.press_icon()
+            self.wait_until_closed()
+
+    def is_ground(self, x, y):
+        """Also in the shadow of something."""
+        red, green, blue = self.screen.colour(x, y)
+        return green > red + 40 and green > blue + 40
 
     def test_the_popover_keeps_its_section(self):
         snippet = {"id": str(uuid.uuid4()).upper(), "title": "Saudação", "content": "Olá!",
@@ -243,9 +299,9 @@ class ScreenshotsTest(TrayTest):
                     self.tray = kind(self, colour)
                     self.start("https://exemplo.com.br/pedidos?pagina=2", "Bom dia! Segue o relatório.")
                     self.open_popover()
-                    settled_screenshot(f"tray-{kind.__name__.lower()}-{name}-popover")
+                    picture(f"{kind.__name__.lower()}-{name}-popover")
                     self.open_menu()
-                    settled_screenshot(f"tray-{kind.__name__.lower()}-{name}-menu")
+                    picture(f"{kind.__name__.lower()}-{name}-menu")
                     self.close_menu()
                     self.stop()
 

@@ -44,6 +44,17 @@ TEST_F(PopoverPlacementTest, StandsOnADockWithTheItem) {
     EXPECT_EQ(origin(), (Point{797, 60}));
 }
 
+TEST_F(PopoverPlacementTest, TouchesTheBarThatHasTheMiddleOfTheItem) {
+    placement.item = {.origin = {988, 1036}, .size = {48, 48}};
+    EXPECT_EQ(origin().y, 490);
+
+    placement.item.origin.y = 6;
+    EXPECT_EQ(origin().y, 60);
+
+    placement.item.origin.y = 1020;  // the middle is below the bar's edge
+    EXPECT_EQ(origin().y, 460);
+}
+
 TEST_F(PopoverPlacementTest, StaysVisibleAtBothSides) {
     placement.item.origin.x = 1890;
     EXPECT_EQ(origin(), (Point{1490, 490}));

@@ -49,6 +49,11 @@ protected:
     }
     void pointAtItem() { screens.movePointer({item.x() + 5.0, height - 10}); }
     void pointElsewhere() { screens.movePointer({300, 20}); }
+    void drag(QPoint from, QPoint to) {
+        QTest::mousePress(&popover, Qt::LeftButton, {}, from);
+        for (int step = 1; step <= 5; ++step) QTest::mouseMove(&popover, from + (to - from) * step / 5);
+        QTest::mouseRelease(&popover, Qt::LeftButton, {}, to);
+    }
     void advance(Seconds time) { history.fake.time.advance(time); }
     void clickElsewhere(InputKind kind = InputKind::leftMouseDown) {
         history.fake.events.sendGlobal({.kind = kind});
@@ -81,19 +86,28 @@ TEST_F(QuickPopoverTest, IsAWindowWithoutAFrameAboveTheOthersAndWithTheKeyboard)
     EXPECT_EQ(native.brought(), std::vector<std::uint64_t>{popover.winId()});
 }
 
+TEST_F(QuickPopoverTest, NoBarListsItAtAnyShowing) {
+    click();
+    popover.showBelowStatusItem();  // as it is
+    click();
+    click();
+
+    EXPECT_EQ(native.keptOffTaskbars(), std::vector<std::uint64_t>(2, popover.winId()));
+}
+
 TEST_F(QuickPopoverTest, HangsFromTheItemBelowItsBar) {
     click();
 
     EXPECT_EQ(popover.geometry(), QRect(297, 30, 430, 560));
 }
 
-TEST_F(QuickPopoverTest, HangsFromThePointerWhereNobodyKnowsTheItem) {
+TEST_F(QuickPopoverTest, HangsFromTheBarAtThePointerWhereNobodyKnowsTheItem) {
     item = {};
     screens.movePointer({width - 40, height - 15});
 
     click();
 
-    EXPECT_EQ(popover.geometry(), QRect(static_cast<int>(width) - 430, 39, 430, 560));
+    EXPECT_EQ(popover.geometry(), QRect(static_cast<int>(width) - 430, 30, 430, 560));
 }
 
 TEST_F(QuickPopoverTest, TheNextClickClosesIt) {
@@ -254,6 +268,19 @@ TEST_F(QuickPopoverTest, ContentLooksAtNothingWhileItIsHiddenAndCatchesUp) {
     click();
 
     EXPECT_EQ(view->filteredEntries().size(), 1U);
+}
+
+TEST_F(QuickPopoverTest, ADragOfItsGroundLeavesItWhereItHangs) {
+    click();
+    const QPoint place = popover.position();
+
+    drag({180, 20}, {280, 70});
+    EXPECT_EQ(popover.position(), place);
+
+    // As in a window that has a frame of its own, which shows that it was held by its ground.
+    popover.contentItem()->childItems().constFirst()->setProperty("cornerRadius", 0);
+    drag({180, 20}, {280, 70});
+    EXPECT_NE(popover.position(), place);
 }
 
 TEST_F(QuickPopoverTest, HasRoundCornersAndIsCutWhereNothingIsTranslucent) {

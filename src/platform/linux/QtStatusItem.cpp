@@ -82,6 +82,7 @@ class QtStatusItem::OwnMenu : public QMenu {
 public:
     explicit OwnMenu(Menu described) : described_(std::move(described)) {
         setTitle(text(described_.title));
+        setAccessibleName(title());
         for (const MenuItem& item : described_.items) addItem(item);
         connect(this, &QMenu::aboutToShow, this, [this] {
             if (described_.willOpen) described_.willOpen(described_);

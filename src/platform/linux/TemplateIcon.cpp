@@ -10,6 +10,11 @@ namespace {
 
 constexpr double outlineWidth = 0.9;  // in points
 
+struct Shapes {
+    QPainterPath lines;
+    QPainterPath ground;  ///< under them
+};
+
 QPainterPath stroked(const QPainterPath& line, double width) {
     QPainterPathStroker pen;
     pen.setWidth(width);
@@ -53,15 +58,15 @@ QPainterPath groundOf(const QPainterPath& shape) {
     return ground;
 }
 
-QPixmap drawn(const QPainterPath& shape, Size size, int side) {
+QPixmap drawn(const Shapes& shapes, Size size, int side) {
     QPixmap pixmap(side, side);
     pixmap.fill(Qt::transparent);
     QPainter painter(&pixmap);
     painter.setRenderHint(QPainter::Antialiasing);
     painter.translate(0, side);
     painter.scale(side / size.width, -side / size.height);
-    painter.fillPath(groundOf(shape), QColor(0x1d, 0x1d, 0x1f));
-    painter.fillPath(shape, Qt::white);
+    painter.fillPath(shapes.ground, QColor(0x1d, 0x1d, 0x1f));
+    painter.fillPath(shapes.lines, Qt::white);
     return pixmap;
 }
 
@@ -69,8 +74,10 @@ QPixmap drawn(const QPainterPath& shape, Size size, int side) {
 
 QIcon templateIcon(const TemplateDrawing& drawing) {
     QIcon icon;
-    const QPainterPath shape = shapeOf(drawing);
-    for (const int side : {18, 22, 24, 32, 36, 44, 48}) icon.addPixmap(drawn(shape, drawing.size, side));
+    const QPainterPath lines = shapeOf(drawing);
+    const Shapes shapes{.lines = lines, .ground = groundOf(lines)};
+    for (const int side : {16, 18, 20, 22, 24, 28, 32, 36, 40, 44, 48})
+        icon.addPixmap(drawn(shapes, drawing.size, side));
     return icon;
 }
 

@@ -26,8 +26,7 @@ TrayArrival::TrayArrival(X11Connection& connection)
     if (auto embedding = X11EmbeddingTray::open(connection)) embedding_ = std::move(*embedding);
     if (embedding_) embeddingArrivals_ = embedding_->onArrival([this] { arrive(); });
     // Where nobody can tell, waiting would be in vain.
-    if (!embedding_ || embedding_->isThere())
-        QMetaObject::invokeMethod(this, &TrayArrival::arrive, Qt::QueuedConnection);
+    if (!embedding_ || embedding_->isThere()) QMetaObject::invokeMethod(this, "arrive", Qt::QueuedConnection);
 }
 
 void TrayArrival::askForHost() {

@@ -21,10 +21,9 @@ public:
 
 private Q_SLOTS:
     void askForHost();
-
-private:
     void arrive();
 
+private:
     bool hasArrived_ = false;
     Signal<> arrived_;
     std::unique_ptr<X11EmbeddingTray> embedding_;

@@ -54,6 +54,7 @@ void QuickPopover::showBelowStatusItem() {
     item_ = itemPlace();
     place();
     round();
+    if (!isShown()) ports_.windows.keepOffTaskbars(winId());
     ports_.windows.prepareToShow(winId());
     show();
     raise();

@@ -20,7 +20,7 @@ bool isDark(QColor colour) { return colour.alpha() > 150 && colour.lightness() <
 
 TEST(TemplateIconTest, HasThePicturesThatPanelsAskFor) {
     QList<QSize> expected;
-    for (const int side : {18, 22, 24, 32, 36, 44, 48}) expected << QSize(side, side);
+    for (const int side : {16, 18, 20, 22, 24, 28, 32, 36, 40, 44, 48}) expected << QSize(side, side);
 
     EXPECT_EQ(templateIcon(drawing).availableSizes(), expected);
 }
@@ -32,6 +32,16 @@ TEST(TemplateIconTest, ItsOriginIsTheBottomLeft) {
         EXPECT_TRUE(isLight(image.pixelColor(6 * scale, 5 * scale))) << side;
         EXPECT_TRUE(isLight(image.pixelColor(9 * scale, 14 * scale))) << side;
         EXPECT_EQ(image.pixelColor(14 * scale, 5 * scale).alpha(), 0) << side;
+    }
+}
+
+TEST(TemplateIconTest, FillsWhateverSizeAPanelHas) {
+    for (int side = 16; side <= 48; ++side) {
+        const QImage image = picture(drawing, side);
+        EXPECT_EQ(image.size(), QSize(side, side));
+        EXPECT_TRUE(isLight(image.pixelColor(side * 6 / 18, side * 5 / 18))) << side;
+        EXPECT_TRUE(isLight(image.pixelColor(side * 9 / 18, side * 14 / 18))) << side;
+        EXPECT_EQ(image.pixelColor(side * 14 / 18, side * 5 / 18).alpha(), 0) << side;
     }
 }
 

@@ -2,6 +2,7 @@
 
 #include <QAbstractEventDispatcher>
 #include <QSocketNotifier>
+#include <QTimer>
 #include <algorithm>
 #include <poll.h>
 #include <xcb/xcbext.h>
@@ -44,9 +45,12 @@ struct X11Connection::MainLoop {
         // without waking the descriptor: the loop must not sleep on them.
         QObject::connect(QAbstractEventDispatcher::instance(), &QAbstractEventDispatcher::aboutToBlock,
                          &readable, drain);
+        later.setSingleShot(true);
+        later.callOnTimeout(drain);
     }
 
     QSocketNotifier readable;
+    QTimer later;  // once others had their turn
 };
 
 Result<std::unique_ptr<X11Connection>> X11Connection::open() {
@@ -86,26 +90,16 @@ void X11Connection::drain() {
             deliverReplies();
             destroyIfAnswered(*event);
             event_.emit(*event);
-            if (Steady::now() > end) return drainLater();
+            if (Steady::now() < end) continue;
+            loop_->later.start(0);  // whoever floods us must not stop the program
+            xcb_flush(xcb_);
+            return;
         }
         deliverReplies();
         // Looking for replies reads events too, which don't wake the descriptor any more.
     } while (readEvents());
     xcb_flush(xcb_);
     endWhenLost();
-}
-
-/// Others have their turn first: whoever floods us must not stop the program.
-void X11Connection::drainLater() {
-    xcb_flush(xcb_);
-    if (std::exchange(isDrainingLater_, true)) return;
-    QMetaObject::invokeMethod(
-        &loop_->readable,
-        [this] {
-            isDrainingLater_ = false;
-            drain();
-        },
-        Qt::QueuedConnection);
 }
 
 void X11Connection::destroyOnceAnswered(xcb_window_t window) {

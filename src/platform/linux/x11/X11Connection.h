@@ -87,7 +87,6 @@ private:
     void destroyIfAnswered(const xcb_generic_event_t& event);
     Event nextEvent();
     void drain();
-    void drainLater();
     void deliverReplies();
     void endWhenLost();
     void endAwaited();
@@ -101,7 +100,6 @@ private:
     std::map<std::uint64_t, std::pair<unsigned, ReplyHandler>> awaited_;  // in the order of await()
     std::uint64_t awaitedCount_ = 0;
     bool lost_ = false;
-    bool isDrainingLater_ = false;
     Signal<xcb_generic_event_t> event_;
     Signal<> lostSignal_;
     std::unique_ptr<MainLoop> loop_;

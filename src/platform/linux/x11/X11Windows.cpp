@@ -2,6 +2,7 @@
 
 #include <QGuiApplication>
 
+#include <array>
 #include <cstring>
 
 namespace nettlecap {
@@ -32,6 +33,18 @@ void X11Windows::prepareToShow(std::uint64_t window) {
     const auto target = static_cast<xcb_window_t>(window);
     set(target, "_NET_WM_DESKTOP", everyDesktop);  // forgotten at each hiding
     haveUserTime(target);
+}
+
+void X11Windows::keepOffTaskbars(std::uint64_t window) {
+    xcb_connection_t* xcb = connectionOfQt();
+    if (!xcb) return;
+    const std::array states{inquiry_.atoms().of("_NET_WM_STATE_SKIP_TASKBAR"),
+                            inquiry_.atoms().of("_NET_WM_STATE_SKIP_PAGER")};
+    // Of a window that is not shown yet. Qt adds its own states to them when it shows it, and
+    // the window manager takes all of them away when it hides.
+    xcb_change_property(xcb, XCB_PROP_MODE_REPLACE, static_cast<xcb_window_t>(window),
+                        inquiry_.atoms().of("_NET_WM_STATE"), XCB_ATOM_ATOM, 32, states.size(),
+                        states.data());
 }
 
 void X11Windows::bringToFront(std::uint64_t window) {

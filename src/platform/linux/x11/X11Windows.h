@@ -12,6 +12,7 @@ public:
     X11Windows(X11Connection& connection, X11Inquiry& inquiry) : connection_(connection), inquiry_(inquiry) {}
 
     void prepareToShow(std::uint64_t window) override;
+    void keepOffTaskbars(std::uint64_t window) override;
     void bringToFront(std::uint64_t window) override;
 
     bool isComposited() const override;

@@ -2,6 +2,7 @@
 #include "platform/linux/x11/X11Session.h"
 
 #include <QProcess>
+#include <cstring>
 
 namespace nettlecap::test {
 namespace {
@@ -28,6 +29,14 @@ protected:
         const auto question =
             session.inquiry->askProperty(static_cast<xcb_window_t>(window.winId()), property);
         return session.inquiry->propertyNumber(question);
+    }
+    bool hasState(std::string_view name) {
+        const auto states =
+            propertyOf(user.xcb(), static_cast<xcb_window_t>(window.winId()), "_NET_WM_STATE");
+        const xcb_atom_t state = session.inquiry->atoms().of(name);
+        for (std::size_t at = 0; at + sizeof state <= states.size(); at += sizeof state)
+            if (std::memcmp(states.data() + at, &state, sizeof state) == 0) return true;
+        return false;
     }
 
     QRasterWindow window;
@@ -77,6 +86,29 @@ TEST_F(X11WindowsTest, AWindowIsOnEveryDesktopEachTimeItIsShown) {
         window.hide();
         ASSERT_TRUE(waitFor([this] { return user.isDesktopEmpty(); }));
     }
+}
+
+TEST_F(X11WindowsTest, AWindowThatIsKeptOffTheTaskbarsIsStillAboveTheOthers) {
+    for (int time = 0; time < 2; ++time) {
+        windows.keepOffTaskbars(window.winId());
+        show();
+        ASSERT_TRUE(hasKeyboard());
+        user.waitForManager();
+        for (const char* state :
+             {"_NET_WM_STATE_SKIP_TASKBAR", "_NET_WM_STATE_SKIP_PAGER", "_NET_WM_STATE_ABOVE"})
+            EXPECT_TRUE(hasState(state)) << state;
+        window.hide();
+        ASSERT_TRUE(waitFor([this] { return user.isDesktopEmpty(); }));
+        user.waitForManager();
+    }
+}
+
+TEST_F(X11WindowsTest, AnyOtherWindowIsOnTheTaskbars) {
+    show();
+    ASSERT_TRUE(hasKeyboard());
+    user.waitForManager();
+
+    EXPECT_FALSE(hasState("_NET_WM_STATE_SKIP_TASKBAR"));
 }
 
 TEST_F(X11WindowsTest, NothingIsCompositedWithoutACompositor) { EXPECT_FALSE(windows.isComposited()); }
