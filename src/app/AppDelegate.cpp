@@ -26,7 +26,10 @@ void AppDelegate::applicationDidFinishLaunching() {
 
 void AppDelegate::applicationShouldHandleReopen() { with_.app.openNettlecap(); }
 
-void AppDelegate::applicationWillTerminate() { openEvents_.reset(); }
+void AppDelegate::applicationWillTerminate() {
+    openEvents_.reset();
+    with_.app.store().persistUnsaved();
+}
 
 void AppDelegate::handleApplicationOpenEvent(OpenEvent event) {
     if (event == OpenEvent::open) receivedInitialOpenEvent_ = true;

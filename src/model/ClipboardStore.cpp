@@ -19,6 +19,7 @@ namespace nettlecap {
 namespace {
 
 constexpr const char* imagesFolder = "Images";
+constexpr const char* imageNotSaved = "Não foi possível salvar a imagem: ";
 constexpr std::int64_t smallestLimit = 10;
 
 std::string titleOf(std::string_view title) {
@@ -35,6 +36,11 @@ bool isPlainFileName(std::string_view name) {
 
 auto findEntry(StoredEntries& entries, const Uuid& id) {
     return std::ranges::find(entries, id, [](const StoredEntry& entry) { return entry->id; });
+}
+
+auto findFingerprint(const StoredEntries& entries, std::string_view fingerprint) {
+    return std::ranges::find_if(entries,
+                                [&](const StoredEntry& entry) { return entry->fingerprint == fingerprint; });
 }
 
 void insertInOrder(StoredEntries& entries, StoredEntry entry) {
@@ -136,6 +142,7 @@ void ClipboardStore::trimIfNeeded() {
 
 void ClipboardStore::persist() {
     const Result<Done> saved = save();
+    isSaved_ = static_cast<bool>(saved);
     if (saved) {
         persistenceError_ = std::nullopt;
     } else {
@@ -144,19 +151,27 @@ void ClipboardStore::persist() {
     refreshStorageUsage();
 }
 
+void ClipboardStore::persistUnsaved() {
+    if (!isSaved_) persist();
+}
+
 ClipboardStoreMutation ClipboardStore::captureImage(const Bytes& png,
                                                     std::optional<std::string> sourceApplication, Date at) {
     if (png.empty()) return {};
     const auto kind = ClipboardContentKind::image;
     std::string fingerprint = ClipboardContentFingerprint::fingerprint(png.view(), kind);
+    if (const auto restored = restoreImageFile(fingerprint, png); !restored) {
+        persistenceError_ = imageNotSaved + restored.description();
+        return {};
+    }
     if (promoteExistingEntry({.fingerprint = fingerprint, .sourceApplication = sourceApplication, .at = at}))
         return {.kind = ClipboardStoreMutation::Kind::promoted, .fingerprint = std::move(fingerprint)};
 
     std::string filename = ports_.identifiers.next().text() + ".png";
-    const std::array pieces{png.view()};
-    const auto written = ports_.files.writeAtomically(imagesDirectory_ / filename, pieces, baseDirectory_);
-    if (!written) {
-        persistenceError_ = "Não foi possível salvar a imagem: " + written.description();
+    if (const auto written = writeImageFile(imagesDirectory_ / filename, png); !written) {
+        // It may be there all the same, and nobody would ever name it.
+        static_cast<void>(ports_.files.remove(imagesDirectory_ / filename));
+        persistenceError_ = imageNotSaved + written.description();
         return {};
     }
     imageBytes_ += static_cast<std::int64_t>(png.size());
@@ -244,8 +259,7 @@ void ClipboardStore::removeSnippet(const SavedSnippet& snippet) {
 void ClipboardStore::setMaxItems(std::int64_t maxItems) { maxItems_ = std::max(maxItems, smallestLimit); }
 
 bool ClipboardStore::containsFingerprint(std::string_view fingerprint) const {
-    return std::ranges::any_of(*entries_,
-                               [&](const StoredEntry& entry) { return entry->fingerprint == fingerprint; });
+    return findFingerprint(*entries_, fingerprint) != entries_->end();
 }
 
 std::optional<Path> ClipboardStore::imageFile(const ClipboardEntry& entry) const {
@@ -254,23 +268,20 @@ std::optional<Path> ClipboardStore::imageFile(const ClipboardEntry& entry) const
 }
 
 void ClipboardStore::createDirectories() {
+    static_cast<void>(ports_.files.createDirectory(baseDirectory_));  // closes it to others, too
     const auto created = ports_.files.createDirectory(imagesDirectory_);
     if (!created) persistenceError_ = "Não foi possível preparar o armazenamento: " + created.description();
 }
 
 std::optional<PersistedState> ClipboardStore::readState() {
     const Result<Bytes> document = ports_.files.read(stateURL_);
-    if (!document) {
-        // As a rule there is no history yet. One that is there all the same is not ours to lose.
-        mustKeepUnreadable_ = ports_.files.size(stateURL_).has_value();
-        return std::nullopt;
-    }
+    if (!document) return std::nullopt;  // as a rule there is no history yet
     Result<PersistedState> state = HistoryDocument::decode(*document);
     if (!state) {
-        mustKeepUnreadable_ = true;
         persistenceError_ = "O histórico salvo não pôde ser lido: " + state.description();
         return std::nullopt;
     }
+    stateSize_ = static_cast<std::int64_t>(document->size());
     return std::move(*state);
 }
 
@@ -289,18 +300,23 @@ void ClipboardStore::load() {
 }
 
 Result<Done> ClipboardStore::save() {
-    if (mustKeepUnreadable_ && ports_.files.size(stateURL_)) {
+    // Somebody may have removed the folder, or a start may have found none to make it in.
+    static_cast<void>(ports_.files.createDirectory(imagesDirectory_));
+    const auto found = ports_.files.size(stateURL_);
+    if (found && found != stateSize_) {
         auto kept = ports_.files.keepCopy(stateURL_, unreadableURL_);
         if (!kept) return kept;
     }
-    mustKeepUnreadable_ = false;
 
     std::vector<std::string_view> entries;
     entries.reserve(entries_->size());
     for (const StoredEntry& entry : *entries_) entries.push_back(entry.encoded());
     const auto pieces = HistoryDocument::pieces(entries, {encodedSnippets_.begin(), encodedSnippets_.end()});
     assert(joined(pieces) == freshlyEncoded(*entries_, *snippets_));
-    return ports_.files.writeAtomically(stateURL_, pieces, baseDirectory_);
+    auto written = ports_.files.writeAtomically(stateURL_, pieces, baseDirectory_);
+    // A failure may come after the step: the file is the old one or ours, whatever was said.
+    stateSize_ = ports_.files.size(stateURL_);
+    return written;
 }
 
 void ClipboardStore::setSnippets(std::vector<SavedSnippet> snippets) {
@@ -310,9 +326,26 @@ void ClipboardStore::setSnippets(std::vector<SavedSnippet> snippets) {
 }
 
 void ClipboardStore::forgetUnreadable() {
-    mustKeepUnreadable_ = false;
+    stateSize_ = ports_.files.size(stateURL_);
     // As a rule there is none to remove.
     static_cast<void>(ports_.files.remove(unreadableURL_));
+}
+
+Result<Done> ClipboardStore::writeImageFile(const Path& file, const Bytes& png) {
+    static_cast<void>(ports_.files.createDirectory(imagesDirectory_));
+    const std::array pieces{png.view()};
+    return ports_.files.writeAtomically(file, pieces, baseDirectory_);
+}
+
+Result<Done> ClipboardStore::restoreImageFile(std::string_view fingerprint, const Bytes& png) {
+    const auto known = findFingerprint(*entries_, fingerprint);
+    const auto file = known == entries_->end() ? std::nullopt : imageFile(**known);
+    const auto size = static_cast<std::int64_t>(png.size());
+    if (!file || ports_.files.size(*file) == size) return Done();
+    const std::int64_t before = fileSize(*file);
+    auto written = writeImageFile(*file, png);
+    if (written) imageBytes_ = std::max<std::int64_t>(0, imageBytes_ + size - before);
+    return written;
 }
 
 void ClipboardStore::removeImageFile(const ClipboardEntry& entry) {

@@ -53,6 +53,7 @@ public:
     void insertChronologically(ClipboardEntry entry);  ///< does not save
     void trimIfNeeded();                               ///< does not save
     void persist();
+    void persistUnsaved();  ///< tries once more where the last save failed
     /// `png` as it is to be stored.
     ClipboardStoreMutation captureImage(const Bytes& png, std::optional<std::string> sourceApplication,
                                         Date at);
@@ -82,6 +83,10 @@ private:
     Result<Done> save();
     void setSnippets(std::vector<SavedSnippet> snippets);
     void forgetUnreadable();
+    Result<Done> writeImageFile(const Path& file, const Bytes& png);
+    /// Gives the picture of the entry that has this content its file again where it lost it,
+    /// as in a power cut while it was being removed.
+    Result<Done> restoreImageFile(std::string_view fingerprint, const Bytes& png);
     void removeImageFile(const ClipboardEntry& entry);
     std::int64_t fileSize(const Path& path) const;
     void refreshStorageUsage();
@@ -90,10 +95,13 @@ private:
     Path baseDirectory_;
     Path imagesDirectory_;
     Path stateURL_;
-    Path unreadableURL_;  ///< where a state file goes that could not be read
+    Path unreadableURL_;  ///< where a state file goes that is not ours
     std::int64_t maxItems_;
     std::int64_t imageBytes_ = 0;
-    bool mustKeepUnreadable_ = false;  ///< the state file is not ours to overwrite before it was kept
+    /// Of the state file as this store last read or wrote it. Of another size it is somebody
+    /// else's, or could not be read, and is not overwritten before it was kept.
+    std::optional<std::int64_t> stateSize_;
+    bool isSaved_ = true;  ///< false: the last save failed
     Published<StoredEntries> entries_;
     Published<std::vector<SavedSnippet>> snippets_;
     std::vector<std::string> encodedSnippets_;  ///< each snippet's JSON object

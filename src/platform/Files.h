@@ -22,6 +22,7 @@ public:
     /// Keeps the file under a second name too, replacing what had it, also when the file
     /// can't be read or the disk is full. A later atomic write to `from` leaves `to` alone.
     virtual Result<Done> keepCopy(const Path& from, const Path& to) = 0;
+    /// Until the next atomic write has returned, a power cut may bring the file back.
     virtual Result<Done> remove(const Path& path) = 0;
     /// Removes what atomic writes left in their temporary folder when the process was killed.
     virtual void removeLeftovers(const Path& temporaryFolder) = 0;

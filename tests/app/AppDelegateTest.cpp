@@ -261,6 +261,17 @@ TEST_F(AppDelegateTest, HearsOfNothingOnceItTerminates) {
     EXPECT_EQ(shows(), 1);
 }
 
+TEST_F(AppDelegateTest, SavesOnItsWayOutWhatCouldNotBeSavedBefore) {
+    launch();
+    system.files.fail(FileOperation::write, "No space left on device");
+    copyOutside("um");
+    system.files.stopFailing(FileOperation::write);
+
+    delegate->applicationWillTerminate();
+
+    EXPECT_NE(system.files.contents(folder / "history.json").value_or("").find("um"), std::string::npos);
+}
+
 TEST_F(AppDelegateTest, ShowsNothingForAnEventThatItDidNotOutlive) {
     launch();
     wait();

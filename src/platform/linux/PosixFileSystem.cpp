@@ -64,6 +64,7 @@ Result<Done> PosixFileSystem::writeAtomically(const Path& path, std::span<const 
     TemporaryFile& temporary = *created;
     if (auto written = temporary.write(pieces); !written) return written;
     if (auto flushed = temporary.flush(); !flushed) return flushed;
+    flushRemovals();
     return temporary.replace(path);
 }
 
@@ -87,7 +88,14 @@ Result<Done> PosixFileSystem::keepCopy(const Path& from, const Path& to) {
 
 Result<Done> PosixFileSystem::remove(const Path& path) {
     if (::unlink(path.c_str()) != 0) return systemFailure();
+    removedFrom_.insert(path.parent_path());
     return Done();
+}
+
+/// Thousands of files may be removed at once, so that it is done once for all of them.
+void PosixFileSystem::flushRemovals() {
+    for (const Path& folder : std::exchange(removedFrom_, {}))
+        (void)flushFolder(folder);  // the file is gone, if not yet for good
 }
 
 void PosixFileSystem::removeLeftovers(const Path& temporaryFolder) {

@@ -2,6 +2,8 @@
 
 #include "platform/Files.h"
 
+#include <set>
+
 namespace nettlecap {
 
 /// Temporary files are named ".nettlecap-" and a number; whoever calls removeLeftovers
@@ -23,6 +25,11 @@ public:
     Result<Bytes> read(const Path& path) const override;  ///< up to 2 GiB
     std::optional<std::int64_t> size(const Path& path) const override;
     std::int64_t sizeOfFilesIn(const Path& folder) const override;
+
+private:
+    void flushRemovals();
+
+    std::set<Path> removedFrom_;  ///< folders whose removals are not on the disk yet
 };
 
 }  // namespace nettlecap
