@@ -1,4 +1,6 @@
 #include "ui/qml/HistoryPictures.h"
+#include "platform/linux/ChildProcess.h"
+#include "platform/linux/HostilePictures.h"
 #include "ui/ClipboardEntryRow.h"
 #include "ui/HistoryOnFakes.h"
 #include "ui/PrintQt.h"
@@ -11,6 +13,7 @@
 #include <QTemporaryDir>
 #include <QTest>
 #include <gtest/gtest.h>
+#include <sys/resource.h>
 
 namespace nettlecap {
 namespace {
@@ -110,6 +113,44 @@ TEST_F(HistoryPicturesTest, GivesNothingForAPictureOfAbsurdSize) {
 
     EXPECT_FALSE(thumbnail("grande.png").isNull());
     EXPECT_TRUE(thumbnail("enorme.png").isNull());
+}
+
+TEST_F(HistoryPicturesTest, ShowsTheSameWithoutTheTextsInAPicture) {
+    QImage picture(100, 100, QImage::Format_RGB32);
+    picture.fill(Qt::red);
+    ASSERT_TRUE(picture.save(folder + "/calado.png"));
+    picture.setText("Comment", QString(100'000, 'x'));
+    ASSERT_TRUE(picture.save(folder + "/falante.png"));
+
+    EXPECT_EQ(thumbnail("falante.png"), thumbnail("calado.png"));
+}
+
+TEST_F(HistoryPicturesTest, GivesNothingForAFileLargerThanAnyCopy) {
+    save(folder + "/gato.png", {100, 100});
+
+    ASSERT_TRUE(QFile::resize(folder + "/gato.png", HistoryPictures::mostBytes));
+    EXPECT_FALSE(thumbnail("gato.png").isNull());
+    ASSERT_TRUE(QFile::resize(folder + "/gato.png", HistoryPictures::mostBytes + 1));
+    EXPECT_TRUE(thumbnail("gato.png").isNull());
+}
+
+TEST_F(HistoryPicturesTest, NeverTakesMemoryForTheTextsInAPicture) {
+    const QString path = folder + "/bomba.png";
+    QFile file(path);
+    ASSERT_TRUE(file.open(QIODevice::WriteOnly));
+    for (const picture::Hostile& hostile : picture::hostilePngs())
+        if (std::string_view(hostile.name) == "990 packed texts of 8 MB")
+            file.write(hostile.make().view().data(), static_cast<qint64>(hostile.make().size()));
+    file.close();
+
+    const std::string peak = inChild([&] {
+        const bool isShown = !thumbnail("bomba.png").isNull();
+        rusage usage{};
+        ::getrusage(RUSAGE_SELF, &usage);
+        return std::string(isShown && usage.ru_maxrss < 2'000'000 ? "small" : "large");
+    });
+
+    EXPECT_EQ(peak, "small");
 }
 
 constexpr QSize box(436, 240);

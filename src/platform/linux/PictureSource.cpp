@@ -6,7 +6,10 @@
 namespace nettlecap {
 
 // Unbuffered: a buffer would read ahead, past what the decoder asked for.
-PictureSource::PictureSource(std::string_view bytes) : bytes_(bytes) { open(ReadOnly | Unbuffered); }
+PictureSource::PictureSource(std::string_view bytes, std::chrono::milliseconds time)
+    : bytes_(bytes), deadline_(time) {
+    open(ReadOnly | Unbuffered);
+}
 
 void PictureSource::forgetShortReads() {
     gaveLess_ = false;
@@ -19,7 +22,8 @@ bool PictureSource::seek(qint64 position) {
 }
 
 qint64 PictureSource::readData(char* to, qint64 count) {
-    const auto rest = bytes_.substr(std::min(position_, bytes_.size()));
+    const auto end = deadline_.hasExpired() ? 0 : bytes_.size();
+    const auto rest = bytes_.substr(std::min(position_, bytes_.size()), end);
     const auto taken = std::min(static_cast<std::size_t>(count), rest.size());
     std::memcpy(to, rest.data(), taken);
     position_ += taken;

@@ -1,5 +1,6 @@
 #pragma once
 
+#include <QDeadlineTimer>
 #include <QIODevice>
 #include <string_view>
 
@@ -7,10 +8,14 @@ namespace nettlecap {
 
 /// The bytes of a picture, borrowed, for a decoder to read. It remembers whether the
 /// decoder wanted more than there is: several decoders hand out a picture that breaks off
-/// as if it were whole.
+/// as if it were whole. And it ends when the time is up: a file can be made that takes hours
+/// for a picture of one pixel.
 class PictureSource final : public QIODevice {
 public:
-    explicit PictureSource(std::string_view bytes);
+    /// Many times what the largest picture takes on a slow machine.
+    static constexpr std::chrono::seconds patience{20};
+
+    explicit PictureSource(std::string_view bytes, std::chrono::milliseconds time = patience);
 
     void forgetShortReads();
     bool gaveLessThanAsked() const { return gaveLess_; }
@@ -27,6 +32,7 @@ protected:
 private:
     std::string_view bytes_;
     std::size_t position_ = 0;
+    QDeadlineTimer deadline_;
     bool gaveLess_ = false;
     bool gaveNothing_ = false;
 };

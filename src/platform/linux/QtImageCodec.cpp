@@ -1,8 +1,10 @@
 #include "platform/linux/QtImageCodec.h"
 
+#include "platform/PngEssentials.h"
 #include "platform/linux/FileDescriptor.h"
 #include "platform/linux/PictureSource.h"
 #include "platform/linux/PngChunks.h"
+#include "platform/linux/TiffLayout.h"
 
 #include <QBuffer>
 #include <QFile>
@@ -19,9 +21,15 @@ namespace {
 
 /// As Qt's own limit for an image of 32 bits per pixel; a photograph of 7680x4320 has half.
 constexpr qint64 mostPixels = qint64{64} * 1024 * 1024;
+/// As many pixels of 64 bits.
+constexpr std::uint64_t mostUnpackedTiff = 8 * mostPixels;
 /// zlib's level 2: a fifth larger than with the usual level, in a seventh of the time.
 constexpr int pngQuality = 70;
-constexpr qint64 mostAcross = 1'000'000;  // as libpng's own limit
+constexpr qint64 mostAcross = 1'000'000;           // as libpng's own limit
+constexpr qint64 mostInFile = qint64{256} << 20U;  // as of a copy
+/// What comes before the size of a JPEG is read on the main thread: 255 segments of 64 KiB of
+/// a colour profile are the most that makes sense.
+constexpr std::size_t mostBeforeJpeg = std::size_t{17} << 20U;
 
 struct Format {
     const char* name;  ///< as Qt calls it
@@ -86,16 +94,28 @@ bool isImageIn(QIODevice& device, std::string_view start) {
     return hasSaneSize(reader, *format, start);
 }
 
+bool isImageIn(std::string_view bytes) {
+    PictureSource source(formatOf(bytes) == "jpeg" ? bytes.substr(0, mostBeforeJpeg) : bytes);
+    return isImageIn(source, bytes);
+}
+
 bool brokeOff(const PictureSource& source, std::string_view format) {
     // These two read blocks of a fixed size, so the last one is short in a whole picture too.
     if (format == "jpeg" || format == "gif") return source.gaveNothing();
     return source.gaveLessThanAsked();
 }
 
+bool hasSaneLayout(std::string_view bytes, std::string_view format) {
+    if (format == "png") return png::isUndamaged(bytes);
+    if (format == "jpeg") return isImageIn(bytes);
+    return format != "tiff" || tiff::unpackedSize(bytes).value_or(UINT64_MAX) <= mostUnpackedTiff;
+}
+
 std::optional<QImage> decoded(std::string_view bytes) {
     const auto format = formatOf(bytes);
-    if (!format || (format == "png" && !png::isUndamaged(bytes))) return std::nullopt;
-    PictureSource source(bytes);
+    if (!format || !hasSaneLayout(bytes, *format)) return std::nullopt;
+    const std::string essentials = format == "png" ? pngEssentials(bytes) : std::string();
+    PictureSource source(format == "png" ? essentials : bytes);
     QImageReader reader(&source);
     prepare(reader, *format);
     if (!hasSaneSize(reader, *format, bytes)) return std::nullopt;
@@ -103,6 +123,16 @@ std::optional<QImage> decoded(std::string_view bytes) {
     QImage image;
     if (!reader.read(&image) || image.isNull() || brokeOff(source, *format)) return std::nullopt;
     return image;
+}
+
+/// As Qt takes it for a picture that says nothing: 96 dots an inch.
+constexpr int usualDotsPerMetre = 3780;
+
+/// A negative density, which a BMP and a PNG may claim, makes libtiff refuse the picture.
+void mendDensity(QImage& image) {
+    if (image.dotsPerMeterX() > 0 && image.dotsPerMeterY() > 0) return;
+    image.setDotsPerMeterX(usualDotsPerMetre);
+    image.setDotsPerMeterY(usualDotsPerMetre);
 }
 
 std::optional<Bytes> encoded(const QImage& image, const char* format, int quality) {
@@ -116,8 +146,9 @@ std::optional<Bytes> encoded(const QImage& image, const char* format, int qualit
 }
 
 std::optional<Bytes> reencoded(const Bytes& data, const char* format, int quality) try {
-    const auto image = decoded(data.view());
+    auto image = decoded(data.view());
     if (!image) return std::nullopt;
+    mendDensity(*image);
     return encoded(*image, format, quality);
 } catch (const std::bad_alloc&) {
     return std::nullopt;
@@ -133,16 +164,16 @@ QtImageCodec::QtImageCodec() {
     TIFFSetWarningHandler(nullptr);
 }
 
-bool QtImageCodec::isImage(const Bytes& data) const {
-    PictureSource source(data.view());
-    return isImageIn(source, data.view());
-}
+bool QtImageCodec::isImage(const Bytes& data) const { return isImageIn(data.view()); }
 
 bool QtImageCodec::isImage(const Path& path) const {
     const auto regular = RegularFile::open(path);
     QFile file;
     if (!regular || !file.open(regular->descriptor.number(), QIODevice::ReadOnly)) return false;
-    return isImageIn(file, file.peek(png::headerSize).toStdString());
+    if (file.size() > mostInFile) return false;
+    const auto start = file.peek(png::headerSize).toStdString();
+    if (formatOf(start) == "jpeg") return isImageIn(file.read(mostBeforeJpeg).toStdString());
+    return isImageIn(file, start);
 }
 
 std::optional<Bytes> QtImageCodec::png(const Bytes& data) const { return reencoded(data, "png", pngQuality); }

@@ -1,10 +1,15 @@
 #include "ui/qml/HistoryPictures.h"
 
+#include "platform/PngEssentials.h"
+
+#include <QBuffer>
+#include <QDeadlineTimer>
 #include <QFileInfo>
 #include <QImageReader>
 #include <QPainter>
 #include <QPainterPath>
 #include <QUrl>
+#include <new>
 
 namespace nettlecap {
 
@@ -18,11 +23,39 @@ bool isPlainName(const QString& name) {
     return !name.isEmpty() && name != "." && name != ".." && !name.contains('/') && !name.contains(QChar(0));
 }
 
+/// Ends when the time is up: a file can be made that takes hours for a picture of one pixel.
+class TimedBuffer final : public QBuffer {
+public:
+    explicit TimedBuffer(std::chrono::milliseconds time) : deadline_(time) {}
+
+protected:
+    qint64 readData(char* to, qint64 count) override {
+        return deadline_.hasExpired() ? -1 : QBuffer::readData(to, count);
+    }
+
+private:
+    QDeadlineTimer deadline_;
+};
+
+/// Absent for what is not a file of its own, and for one larger than any copy.
+std::optional<QByteArray> essentialsOf(const QString& path) {
+    QFile file(path);
+    const QFileInfo info(file);
+    if (!info.isFile() || info.isSymLink() || info.size() > HistoryPictures::mostBytes) return std::nullopt;
+    if (!file.open(QIODevice::ReadOnly)) return std::nullopt;
+    const QByteArray whole = file.read(HistoryPictures::mostBytes);
+    const std::string_view bytes(whole.constData(), static_cast<std::size_t>(whole.size()));
+    return QByteArray::fromStdString(pngEssentials(bytes));
+}
+
 /// Decoded whole and scaled then: for PNG that is quicker than a reader that scales.
 QImage decoded(const QString& file) {
-    const QFileInfo info(file);
-    if (!info.isFile() || info.isSymLink()) return {};
-    QImageReader reader(file, "png");  // no other plugin is asked, nor loaded
+    const auto bytes = essentialsOf(file);
+    if (!bytes) return {};
+    TimedBuffer buffer(HistoryPictures::patience);
+    buffer.setData(*bytes);
+    buffer.open(QIODevice::ReadOnly);
+    QImageReader reader(&buffer, "png");  // no other plugin is asked, nor loaded
     if (!reader.canRead()) return {};
     const QSize size = reader.size();
     if (std::int64_t{size.width()} * size.height() > HistoryPictures::mostPixels) return {};
@@ -111,10 +144,12 @@ QQuickImageResponse* HistoryPictures::requestImageResponse(const QString& id, co
     return response;
 }
 
-QImage HistoryPictures::picture(const QString& name, QSize size) const {
+QImage HistoryPictures::picture(const QString& name, QSize size) const try {
     if (!isPlainName(name) || size.isEmpty()) return {};
     const QImage whole = decoded(QString::fromStdString(folder_.string()) + "/" + name);
     return whole.isNull() ? QImage() : shaped(whole, size, use_);
+} catch (const std::bad_alloc&) {
+    return {};
 }
 
 }  // namespace nettlecap

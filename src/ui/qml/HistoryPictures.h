@@ -5,6 +5,7 @@
 #include <QImage>
 #include <QQuickAsyncImageProvider>
 #include <QThreadPool>
+#include <chrono>
 
 namespace nettlecap {
 
@@ -15,6 +16,9 @@ class HistoryPictures : public QQuickAsyncImageProvider {
 public:
     /// Above this a picture gives nothing: 256 MiB decoded.
     static constexpr std::int64_t mostPixels = 64 << 20;
+    static constexpr std::int64_t mostBytes = 256 << 20;  ///< of a file, as of a copy
+    /// Many times what the largest picture takes on a slow machine.
+    static constexpr std::chrono::seconds patience{20};
 
     enum class Use {
         tile,  ///< the middle of the picture, filling a row's tile

@@ -1,32 +1,15 @@
 #include "platform/linux/Pictures.h"
 
+#include "platform/linux/PictureBytes.h"
+
 #include <QBuffer>
 #include <QColor>
 #include <QImage>
 #include <QImageReader>
 #include <QImageWriter>
-#include <array>
-#include <zlib.h>
 
 namespace nettlecap::picture {
 namespace {
-
-std::string bigEndian(std::size_t word) {
-    std::string bytes;
-    for (const unsigned shift : {24U, 16U, 8U, 0U}) bytes += static_cast<char>(word >> shift & 0xFFU);
-    return bytes;
-}
-
-std::string littleEndian(std::size_t number, int byteCount) {
-    std::string bytes;
-    for (; byteCount > 0; --byteCount, number >>= 8U) bytes += static_cast<char>(number & 0xFFU);
-    return bytes;
-}
-
-std::string pngChunk(const std::string& typeAndData) {
-    const auto sum = crc32_z(0, reinterpret_cast<const Bytef*>(typeAndData.data()), typeAndData.size());
-    return bigEndian(typeAndData.size() - 4) + typeAndData + bigEndian(sum);
-}
 
 QImage decoded(const Bytes& picture) {
     const auto view = picture.view();
@@ -90,23 +73,19 @@ Bytes pngClaiming(Size size) {
 Bytes tiffWithPixelsLast(Size size) {
     const auto width = static_cast<std::size_t>(size.width);
     const auto height = static_cast<std::size_t>(size.height);
-    constexpr std::size_t entryCount = 9;
-    constexpr std::size_t pixelsAt = 8 + 2 + 12 * entryCount + 4;
-    const std::array<std::array<std::size_t, 2>, entryCount> entries = {{{256, width},
-                                                                         {257, height},
-                                                                         {258, 8},  // bits per sample
-                                                                         {259, 1},  // not compressed
-                                                                         {262, 1},  // 0 is black
-                                                                         {273, pixelsAt},
-                                                                         {277, 1},  // samples per pixel
-                                                                         {278, height},
-                                                                         {279, width * height}}};
-    std::string bytes = "II*" + std::string(1, '\0') + littleEndian(8, 4) + littleEndian(entryCount, 2);
-    for (const auto& [tag, value] : entries)
-        bytes += littleEndian(tag, 2) + littleEndian(4, 2) + littleEndian(1, 4) + littleEndian(value, 4);
-    bytes += littleEndian(0, 4);
-    for (std::size_t pixel = 0; pixel < width * height; ++pixel) bytes += static_cast<char>(pixel % 251);
-    return Bytes(bytes);
+    constexpr std::size_t fieldCount = 9;
+    std::string pixels;
+    for (std::size_t pixel = 0; pixel < width * height; ++pixel) pixels += static_cast<char>(pixel % 251);
+    return Bytes(tiff({{256, width},
+                       {257, height},
+                       {258, 8},  // bits per sample
+                       {259, 1},  // not compressed
+                       {262, 1},  // 0 is black
+                       {273, tiffPixelsAt(fieldCount)},
+                       {277, 1},  // samples per pixel
+                       {278, height},
+                       {279, width * height}},
+                      pixels));
 }
 
 Bytes beginning(const Bytes& picture, double part) {

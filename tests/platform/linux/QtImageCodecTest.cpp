@@ -1,6 +1,7 @@
 #include "platform/linux/QtImageCodec.h"
 
 #include "platform/contracts/ImageCodecContract.h"
+#include "platform/linux/PictureSource.h"
 #include "platform/linux/Pictures.h"
 #include "platform/linux/TemporaryFolder.h"
 
@@ -152,6 +153,27 @@ TEST_F(QtImageCodecTest, AlwaysSurvivesDamage) {
     }
 }
 
+TEST_F(QtImageCodecTest, MakesEveryFormOfAPictureThatClaimsANegativeDensity) {
+    std::string bmp(picture::inFormat("bmp", {.width = 60, .height = 40}).view());
+    for (const std::size_t highestByte : {41U, 45U}) bmp.at(highestByte) = '\x80';
+
+    const auto png = codec.png(Bytes(bmp));
+
+    ASSERT_TRUE(png);
+    EXPECT_TRUE(codec.tiff(*png));
+    EXPECT_TRUE(codec.tiff(Bytes(bmp)));
+}
+
+TEST_F(QtImageCodecTest, APictureGivesNothingMoreOnceItsTimeIsUp) {
+    char byte = 0;
+    PictureSource inTime("picture");
+    PictureSource late("picture", std::chrono::milliseconds(0));
+
+    EXPECT_EQ(inTime.read(&byte, 1), 1);
+    EXPECT_EQ(late.read(&byte, 1), 0);
+    EXPECT_TRUE(late.gaveNothing());
+}
+
 TEST_F(QtImageCodecTest, KnowsNoFormatThatNoProgramShouldPutOnAPasteboard) {
     for (const char* text : {"<svg xmlns='http://www.w3.org/2000/svg' width='1' height='1'/>", "P1 1 1 1",
                              "/* XPM */ static char * x[] = {\"1 1 1 1\", \"a c #000\", \"a\"};"})
@@ -169,6 +191,32 @@ TEST_F(QtImageCodecTest, LooksAtRegularFilesOnly) {
     EXPECT_FALSE(codec.isImage(folder.path() / "link"));
     EXPECT_FALSE(codec.isImage(folder.path() / "fifo"));
     EXPECT_FALSE(codec.isImage(folder.path()));
+}
+
+TEST_F(QtImageCodecTest, AFileLargerThanAnyCopyIsNoPicture) {
+    constexpr std::uintmax_t most = 256U << 20U;
+    const TemporaryFolder folder;
+    const Path file = folder.path() / "picture";
+    std::ofstream(file) << picture::gif().view();
+
+    std::filesystem::resize_file(file, most);
+    EXPECT_TRUE(codec.isImage(file));
+    std::filesystem::resize_file(file, most + 1);
+    EXPECT_FALSE(codec.isImage(file));
+}
+
+TEST_F(QtImageCodecTest, APictureWhoseSizeComesAfter17MebibytesIsNone) {
+    const auto jpeg = picture::inFormat("jpeg", {.width = 60, .height = 40});
+    const auto after = [&](std::size_t segments) {
+        std::string bytes("\xFF\xD8");
+        while (segments-- > 0) bytes += "\xFF\xE2\xFF\xFF" + std::string(65'533, 'x');
+        return Bytes(bytes + std::string(jpeg.view().substr(2)));
+    };
+
+    EXPECT_TRUE(codec.isImage(after(255)));
+    EXPECT_TRUE(codec.png(after(255)));
+    EXPECT_FALSE(codec.isImage(after(280)));
+    EXPECT_FALSE(codec.png(after(280)));
 }
 
 TEST_F(QtImageCodecTest, WorksOnSeveralThreadsAtOnce) {
