@@ -5,7 +5,7 @@ import contextlib
 import sys
 
 import accessible
-from desktop import ARTEFACTS, Desktop, keep_doing, keys, run, screenshot, wait_until
+from desktop import ARTEFACTS, Desktop, keep_doing, keys, run, screenshot, settled_screenshot, wait_until
 
 TYPED = "Bom dia! Este texto foi digitado num editor e copiado com Ctrl+C."
 CARD = "4539 1488 0343 6467"
@@ -62,7 +62,7 @@ class Demonstration(contextlib.ExitStack, Desktop):
     def put_back(self):
         self.say("the panel is opened by a second start; the card number is masked in it")
         self.program.show_panel()
-        screenshot("3-panel")
+        settled_screenshot("3-panel")
         self.say("a click on the third row puts the text back; xclip -o reads it")
         self.program.click_row(2)
         wait_until(lambda: self.pasted() == TYPED.encode(), "the text of the third row can be pasted")
