@@ -25,9 +25,13 @@ protected:
         const auto application = workspace.frontmostApplication();
         return application ? application->localizedName.value_or("(nameless)") : "(nothing)";
     }
-    /// In front now, and as the workspace knows it.
+    /// In front now, which everybody has been told, and as the workspace knows it.
     RunningApplication brought(const std::string& application) {
+        bool isTold = false;
+        const auto listening = workspace.onActivation(
+            [&](const RunningApplication& front) { isTold = front.localizedName == application; });
         harness->bringToFront(application);
+        EXPECT_TRUE(harness->runUntil([&] { return isTold; }));
         return workspace.frontmostApplication().value_or(RunningApplication());
     }
     /// Keeps what is told in `told`.
@@ -127,7 +131,7 @@ TEST_P(WorkspaceContract, AListenerMayEndItsOwnSubscription) {
 
 TEST_P(WorkspaceContract, BringsAnApplicationBackToTheFront) {
     const auto editor = brought("Editor");
-    harness->bringToFront("Navegador");
+    brought("Navegador");
     const auto listening = listen();
 
     workspace.activate(editor);
@@ -162,7 +166,7 @@ TEST_P(WorkspaceContract, KnowsWhetherAnApplicationHasTerminated) {
 
 TEST_P(WorkspaceContract, BringsNothingToTheFrontInPlaceOfAnApplicationThatIsGone) {
     const auto editor = brought("Editor");
-    harness->bringToFront("Navegador");
+    brought("Navegador");
     harness->quit("Editor");
     ASSERT_TRUE(harness->runUntil([&] { return workspace.isTerminated(editor); }));
     const auto listening = listen();
