@@ -5,6 +5,9 @@
 namespace nettlecap {
 
 void ImageCaptureQueue::enqueueImageCapture(PendingImageCapture capture) {
+    const std::size_t waiting = waiting_ + capture.sourceData.size();
+    if (waiting > mostWaiting) return;
+    waiting_ = waiting;
     pendingImageCaptures_.push_back(std::move(capture));
     processNextImageCaptureIfNeeded();
 }
@@ -13,6 +16,7 @@ void ImageCaptureQueue::processNextImageCaptureIfNeeded() {
     if (isConverting_ || pendingImageCaptures_.empty()) return;
     const PendingImageCapture capture = std::move(pendingImageCaptures_.front());
     pendingImageCaptures_.pop_front();
+    waiting_ -= capture.sourceData.size();
     isConverting_ = true;
     const DidFinish didFinish =
         guard_([this, capture](const std::optional<Bytes>& png) { finish(capture, png); });

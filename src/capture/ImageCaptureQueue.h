@@ -20,6 +20,10 @@ struct PendingImageCapture {
 /// they were copied. One that can't be converted is dropped without a word.
 class ImageCaptureQueue {
 public:
+    /// What may wait, in bytes. A program that offers large pictures faster than they convert
+    /// would take all memory, so those that go beyond are dropped.
+    static constexpr std::size_t mostWaiting = std::size_t{1} << 30U;
+
     using DidConvert = std::function<void(const PendingImageCapture& capture, const Bytes& png)>;
 
     /// The ports must outlive this, the codec also the conversion under way.
@@ -38,6 +42,7 @@ private:
     BackgroundWork& background_;
     DidConvert didConvert_;
     std::deque<PendingImageCapture> pendingImageCaptures_;
+    std::size_t waiting_ = 0;  // bytes
     bool isConverting_ = false;
     LifetimeGuard guard_;
 };

@@ -77,6 +77,25 @@ TEST_F(ImageCaptureQueueTest, DoesNotDecodeOnTheMainThread) {
     EXPECT_THAT(converted, IsEmpty());
 }
 
+TEST_F(ImageCaptureQueueTest, DropsWhatIsOfferedWhileTooMuchWaits) {
+    // The same bytes are held once, however often they wait.
+    const Bytes large(std::string(ImageCaptureQueue::mostWaiting / 16 + 1, 'x'));
+    const auto enqueueLarge = [&] { queue->enqueueImageCapture({large, "Hostil", {}}); };
+    for (int i = 0; i < 100; ++i) enqueueLarge();
+
+    enqueue("TIFF:a", "Notas");  // there is room for a small one, and it has its turn
+
+    int conversions = 0;
+    while (background.waitingJobs() > 0) {
+        ++conversions;
+        convertNext();
+    }
+    EXPECT_EQ(conversions, 1 + 15 + 1);
+    EXPECT_EQ(converted.back(), "Notas a");
+    enqueueLarge();
+    EXPECT_EQ(background.waitingJobs(), 1U);
+}
+
 TEST_F(ImageCaptureQueueTest, DropsWhatCannotBeConvertedAndGoesOn) {
     enqueue("TIFF:BROKEN", "Notas");
     enqueue("", "Mapas");
