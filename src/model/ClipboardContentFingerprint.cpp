@@ -1,31 +1,21 @@
 #include "model/ClipboardContentFingerprint.h"
 
-#include <openssl/evp.h>
+#include <nettle/sha2.h>
 
 #include <array>
-#include <cstdio>
-#include <cstdlib>
 
 namespace nettlecap {
 
 namespace {
 
-constexpr std::size_t digestSize = 32;
-
-using Digest = std::array<unsigned char, digestSize>;
-
-[[noreturn]] void abortWithoutSHA256() {
-    std::fputs("nettlecap: SHA-256 is not available\n", stderr);
-    std::abort();
-}
+using Digest = std::array<std::uint8_t, SHA256_DIGEST_SIZE>;
 
 Digest sha256(std::string_view content) {
-    // Looking an algorithm up costs several times what hashing a short text does.
-    static const EVP_MD* const algorithm = EVP_MD_fetch(nullptr, "SHA256", nullptr);
+    sha256_ctx context;
+    sha256_init(&context);
+    sha256_update(&context, content.size(), reinterpret_cast<const std::uint8_t*>(content.data()));
     Digest digest{};
-    if (!algorithm ||
-        EVP_Digest(content.data(), content.size(), digest.data(), nullptr, algorithm, nullptr) != 1)
-        abortWithoutSHA256();
+    sha256_digest(&context, digest.size(), digest.data());
     return digest;
 }
 
@@ -34,7 +24,7 @@ Digest sha256(std::string_view content) {
 std::string ClipboardContentFingerprint::fingerprint(std::string_view content, ClipboardContentKind kind) {
     static constexpr std::string_view digits = "0123456789abcdef";
     std::string result(kind == ClipboardContentKind::text ? "text:" : "image:");
-    result.reserve(result.size() + 2 * digestSize);
+    result.reserve(result.size() + 2 * SHA256_DIGEST_SIZE);
     for (const unsigned char byte : sha256(content)) {
         result += digits[byte >> 4U];
         result += digits[byte & 0xFU];
