@@ -110,6 +110,9 @@ public:
     virtual void prepareToShow(std::uint64_t window) = 0;
     /// Before every showing of a hidden window that no bar is to list, as part of another.
     virtual void keepOffTaskbars(std::uint64_t window) = 0;
+    /// The same for a window over the one that it belongs to, which is not to have the keyboard
+    /// while this is there.
+    virtual void prepareToCover(std::uint64_t window) = 0;
     /// Shown: to the front and with the keyboard, whatever has it now.
     virtual void bringToFront(std::uint64_t window) = 0;
 

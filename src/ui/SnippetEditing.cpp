@@ -9,6 +9,7 @@ SnippetEditing::SnippetEditing(Collaborators with, Task changed)
 
 void SnippetEditing::open(std::optional<SavedSnippet> snippet) {
     request_ = {.id = with_.identifiers.next(), .snippet = std::move(snippet)};
+    const auto before = std::move(editor_);  // what shows it goes before it
     editor_.reset(new SnippetEditorView(
         request_->snippet, with_.pasteboard,
         {.save = guard_([this](std::string_view title, std::string_view content) { save(title, content); }),
@@ -20,7 +21,7 @@ void SnippetEditing::open(std::optional<SavedSnippet> snippet) {
 void SnippetEditing::dismiss() {
     if (!request_) return;
     request_.reset();
-    editor_.reset();
+    const auto gone = std::move(editor_);  // as above
     changed_();
 }
 

@@ -127,7 +127,7 @@ class PlaceTest(PanelTest):
 
 
 class WithinTest(PanelTest):
-    """Nothing that it asks comes in a window of its own."""
+    """Nothing that it asks comes in a window of its own; what is written does (see sheet_test)."""
 
     def setUp(self):
         super().setUp()
@@ -159,15 +159,6 @@ class WithinTest(PanelTest):
         self.keyboard.tap("Escape")
         self.wait_until_answered()
         self.assertEqual(self.program.texts(), ["uma linha"])
-
-    def test_the_editor_of_saved_messages(self):
-        self.keyboard.tap("Right")
-        self.press("push button", "Criar mensagem")
-
-        self.expect_within("Nova mensagem salva")
-        self.keyboard.tap("Escape")
-        self.wait_until_answered()
-        self.assertTrue(self.window())
 
 
 if __name__ == "__main__":

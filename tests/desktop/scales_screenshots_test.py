@@ -21,6 +21,7 @@ class ScalesScreenshotsTest(AppearanceTest):
         self.preview("Texto copiado", 420, f"scale-{name}-text")
         keys("Down", "Down")
         self.preview("Imagem copiada", 440, f"scale-{name}-picture")
+        self.sheet(f"scale-{name}-sheet")
         self.program.close_panel()
         self.cards(name)
 
@@ -34,6 +35,20 @@ class ScalesScreenshotsTest(AppearanceTest):
         self.assertLessEqual(right, 2560)
         self.assertLessEqual(bottom, 1600)
         self.take(name)
+
+    def sheet(self, name):
+        """Of a new message; over the panel, and wider than that."""
+        keys("Right")
+        self.press("push button", "Adicionar")
+        sheet = wait_until(lambda: self.screen.window("Nettlecap", "Nova mensagem salva"), "the sheet")
+        wait_until(lambda: self.screen.active() == sheet.id, "the sheet has the keyboard")
+        self.assertEqual(sheet.get_geometry().width, 440 * self.scale)
+        (x, y), (left, top) = self.screen.position(sheet), self.screen.position(self.panel)
+        self.assertAlmostEqual(x, left - 5 * self.scale, delta=1)
+        self.assertEqual(y, top + 48 * self.scale)
+        self.take(name)
+        keys("Escape", "Left")
+        self.gone("dialog", "Nova mensagem salva")
 
     def floating(self):
         """Where the window is that no window manager knows of."""

@@ -33,8 +33,11 @@ protected:
         ASSERT_TRUE(QTest::qWaitForWindowActive(&panel));
     }
 
+    /// In the panel, or in the sheet over it.
     QAccessibleInterface* find(QAccessible::Role role, const QString& name) {
-        return find(QAccessible::queryAccessibleInterface(&panel), role, name);
+        if (auto* found = find(QAccessible::queryAccessibleInterface(&panel), role, name)) return found;
+        QuickSheet* sheet = SheetPlace::of(&panel)->window();
+        return sheet ? find(QAccessible::queryAccessibleInterface(sheet), role, name) : nullptr;
     }
     static QAccessibleInterface* find(QAccessibleInterface* from, QAccessible::Role role,
                                       const QString& name) {

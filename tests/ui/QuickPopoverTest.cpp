@@ -54,6 +54,11 @@ protected:
         for (int step = 1; step <= 5; ++step) QTest::mouseMove(&popover, from + (to - from) * step / 5);
         QTest::mouseRelease(&popover, Qt::LeftButton, {}, to);
     }
+    void openSheet() {
+        if (!sheet()) view->createSnippet();
+        ASSERT_TRUE(QTest::qWaitFor([this] { return QGuiApplication::focusWindow() == sheet(); }));
+    }
+    QuickSheet* sheet() const { return SheetPlace::of(&popover)->window(); }
     void advance(Seconds time) { history.fake.time.advance(time); }
     void clickElsewhere(InputKind kind = InputKind::leftMouseDown) {
         history.fake.events.sendGlobal({.kind = kind});
@@ -235,6 +240,36 @@ TEST_F(QuickPopoverTest, EscapeBelongsFirstToWhatOpensOverTheList) {
 
     EXPECT_TRUE(popover.isShown());
     EXPECT_FALSE(view->historyDeletion().isShown);
+}
+
+TEST_F(QuickPopoverTest, StaysWhileASheetOverItHasTheKeyboardAndWhenItIsGone) {
+    click();
+    pointElsewhere();
+
+    openSheet();
+    EXPECT_TRUE(popover.isShown());
+
+    view->dismissSnippetEditor();
+    EXPECT_TRUE(QTest::qWaitFor([this] { return QGuiApplication::focusWindow() == &popover; }));
+    EXPECT_TRUE(popover.isShown());
+}
+
+TEST_F(QuickPopoverTest, ClosesWithItsSheetWhenTheUserGoesElsewhereAndOpensWithIt) {
+    for (const auto& goElsewhere : {std::function<void()>([this] { takeKeyboard(); }),
+                                    std::function<void()>([this] { clickElsewhere(); })}) {
+        click();
+        openSheet();
+        pointElsewhere();
+
+        goElsewhere();
+        EXPECT_FALSE(popover.isShown());
+        EXPECT_FALSE(sheet()->isVisible());
+
+        pointAtItem();
+        click();
+        EXPECT_TRUE(QTest::qWaitFor([this] { return sheet()->isVisible(); }));
+        click();
+    }
 }
 
 TEST_F(QuickPopoverTest, TheSearchFieldHasTheKeyboardAtEachShowing) {

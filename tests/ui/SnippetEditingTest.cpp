@@ -3,6 +3,7 @@
 #include "ui/PrintQt.h"
 
 #include <QCoreApplication>
+#include <QPointer>
 #include <gtest/gtest.h>
 
 namespace nettlecap {
@@ -16,10 +17,14 @@ protected:
 
     HistoryOnFakes history;
     int changes = 0;
+    Task whenChanged = [] {};
     SnippetEditing editing{{.store = history.app.store(),
                             .pasteboard = history.fake.pasteboard,
                             .identifiers = history.fake.identifiers},
-                           [this] { ++changes; }};
+                           [this] {
+                               ++changes;
+                               whenChanged();
+                           }};
 };
 
 TEST_F(SnippetEditingTest, ANewMessageIsAddedToTheStore) {
@@ -69,6 +74,21 @@ TEST_F(SnippetEditingTest, TheSheetClosesOnceItIsSaved) {
     EXPECT_EQ(editing.editor(), nullptr);
     EXPECT_EQ(editing.request(), std::nullopt);
     EXPECT_EQ(changes, 2);
+}
+
+TEST_F(SnippetEditingTest, WhatShowsTheEditorMayGoBeforeIt) {
+    editing.open(std::nullopt);
+    const QPointer<SnippetEditorView> editor = editing.editor();
+    bool isEditorThere = false;
+    auto* const sheet = new QObject;
+    QObject::connect(sheet, &QObject::destroyed, [&] { isEditorThere = !editor.isNull(); });
+    whenChanged = [&] { sheet->deleteLater(); };
+
+    editing.dismiss();
+    QCoreApplication::sendPostedEvents(nullptr, QEvent::DeferredDelete);
+
+    EXPECT_TRUE(isEditorThere);
+    EXPECT_FALSE(editor);
 }
 
 TEST_F(SnippetEditingTest, EachOpeningIsARequestOfItsOwn) {

@@ -131,16 +131,19 @@ public:
 
     void prepareToShow(std::uint64_t window) override { prepared_.push_back(window); }
     void keepOffTaskbars(std::uint64_t window) override { keptOff_.push_back(window); }
+    void prepareToCover(std::uint64_t window) override { covering_.push_back(window); }
     void bringToFront(std::uint64_t window) override { brought_.push_back(window); }
     bool isComposited() const override { return isComposited_; }
 
     const std::vector<std::uint64_t>& prepared() const { return prepared_; }
     const std::vector<std::uint64_t>& keptOffTaskbars() const { return keptOff_; }
+    const std::vector<std::uint64_t>& covering() const { return covering_; }
     const std::vector<std::uint64_t>& brought() const { return brought_; }
 
 private:
     std::vector<std::uint64_t> prepared_;
     std::vector<std::uint64_t> keptOff_;
+    std::vector<std::uint64_t> covering_;
     std::vector<std::uint64_t> brought_;
     bool isComposited_ = true;
 };

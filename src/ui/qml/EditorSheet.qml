@@ -3,12 +3,13 @@ import QtQuick
 import Nettlecap
 import Nettlecap.Views as Views
 
-/// The snippet editor while there is one, over the content of a panel. A panel is narrower
-/// than the sheet would be by itself, so the sheet is as wide as it can be.
+/// Lies over the content of a panel while the snippet editor is open in a sheet of its own,
+/// which is wider than the panel, and takes what the pointer does there.
 FocusScope {
     id: root
 
     required property Views.SnippetEditorView editor
+    property real cornerRadius: 0  // of the content
 
     signal closed
 
@@ -17,6 +18,7 @@ FocusScope {
 
     Rectangle {
         anchors.fill: parent
+        radius: root.cornerRadius
         color: Theme.colors.controls.scrim
     }
 
@@ -27,15 +29,8 @@ FocusScope {
         onWheel: wheel => wheel.accepted = true
     }
 
-    Repeater {
-        model: root.editor ? [root.editor] : []
-
-        SnippetEditorView {
-            required property Views.SnippetEditorView modelData
-
-            view: modelData
-            anchors.centerIn: parent
-            width: Math.min(implicitWidth, root.width - 2 * Theme.listPadding)
-        }
+    SheetHost {
+        view: root.editor
+        onCloseRequested: root.editor.cancel()
     }
 }

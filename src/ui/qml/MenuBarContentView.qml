@@ -125,6 +125,7 @@ FocusScope {
     EditorSheet {
         id: editor
         anchors.fill: parent
+        cornerRadius: root.cornerRadius
         editor: root.view.snippetEditor
         onClosed: root.focusSearchField()
     }

@@ -2,38 +2,12 @@
 
 #include "ui/PreviewPlacement.h"
 #include "ui/qml/PreviewHost.h"
+#include "ui/qml/QuickItems.h"
 #include "ui/qml/ScreenPoints.h"
-
-#include <QQmlComponent>
-#include <QQmlEngine>
 
 #include <algorithm>
 
 namespace nettlecap {
-
-namespace {
-
-std::unique_ptr<QQuickItem> make(QQmlEngine& engine, const QString& name, const QVariantMap& properties) {
-    QQmlComponent component(&engine, QUrl(QStringLiteral("qrc:/qt/qml/Nettlecap/%1.qml").arg(name)));
-    if (!component.isReady()) qFatal("%s", qPrintable(component.errorString()));  // a broken build
-    std::unique_ptr<QObject> made(component.createWithInitialProperties(properties));
-    QQmlEngine::setObjectOwnership(made.get(), QQmlEngine::CppOwnership);
-    return std::unique_ptr<QQuickItem>(qobject_cast<QQuickItem*>(made.release()));
-}
-
-/// The content's file has the name of what it shows.
-QString nameOf(const QObject& preview) {
-    return QString::fromLatin1(preview.metaObject()->className()).section(QStringLiteral("::"), -1);
-}
-
-std::optional<Rect> visibleFrameAt(Point point, const Screens& screens) {
-    for (const Screen& screen : screens.all())
-        if (screen.frame.contains(point)) return screen.visibleFrame;
-    const auto main = screens.main();
-    return main ? std::optional(main->visibleFrame) : std::nullopt;
-}
-
-}  // namespace
 
 PreviewPlace::PreviewPlace(QQuickWindow& panel, Ports ports) : panel_(panel), ports_(ports) {
     setParent(&panel);  // that is how it is found
@@ -55,9 +29,9 @@ void PreviewPlace::show(PreviewHost& host) {
     if (!window_) makeWindow();
     shown_ = &host;
     QQmlEngine& engine = *qmlEngine(&host);
-    auto content = make(engine, nameOf(*host.preview()), {{"view", QVariant::fromValue(host.preview())}});
+    auto content = makeItemOf(engine, *host.preview());
     auto frame =
-        make(engine, QStringLiteral("PreviewFrame"), {{"content", QVariant::fromValue(content.get())}});
+        makeItem(engine, QStringLiteral("PreviewFrame"), {{"content", QVariant::fromValue(content.get())}});
     window_->setContent({.content = std::move(content), .frame = std::move(frame)});
     followPanel();
     window_->orderFront();
@@ -87,9 +61,7 @@ void PreviewPlace::makeWindow() {
 
 void PreviewPlace::followPanel() {
     if (!shown_) return;
-    const Rect panel = fromQt(panel_.frameGeometry());
-    visibleFrame_ = visibleFrameAt(
-        {panel.origin.x + panel.size.width * 0.5, panel.origin.y + panel.size.height * 0.5}, ports_.screens);
+    visibleFrame_ = visibleFrameAround(panel_, ports_.screens);
     followRow();
 }
 

@@ -9,7 +9,8 @@
 namespace nettlecap {
 
 QuickPanel::QuickPanel(NativeWindows& windows, const Screens& screens)
-    : windows_(windows), previews_(*this, {.windows = windows, .screens = screens}) {
+    : windows_(windows), previews_(*this, {.windows = windows, .screens = screens}),
+      sheets_(*this, {.windows = windows, .screens = screens}) {
     setFlags(Qt::Window | Qt::WindowStaysOnTopHint | Qt::CustomizeWindowHint | Qt::WindowTitleHint |
              Qt::WindowCloseButtonHint);
 }

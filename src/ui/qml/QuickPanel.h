@@ -2,6 +2,7 @@
 
 #include "ui/qml/PreviewPlace.h"
 #include "ui/qml/QuickHostedView.h"
+#include "ui/qml/SheetPlace.h"
 
 #include <QQuickWindow>
 
@@ -39,6 +40,7 @@ private:
     Signal<> orderedOut_;
     QuickContent content_{*contentItem()};
     PreviewPlace previews_;
+    SheetPlace sheets_;
 };
 
 }  // namespace nettlecap

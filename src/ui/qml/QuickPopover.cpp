@@ -20,10 +20,12 @@ constexpr std::uint32_t clicks = static_cast<std::uint32_t>(InputKind::leftMouse
 
 QuickPopover::QuickPopover(Ports ports, ItemGeometry itemGeometry)
     : ports_(ports), itemGeometry_(std::move(itemGeometry)),
-      previews_(*this, {.windows = ports.windows, .screens = ports.screens}) {
+      previews_(*this, {.windows = ports.windows, .screens = ports.screens}),
+      sheets_(*this, {.windows = ports.windows, .screens = ports.screens}) {
     setFlags(Qt::Tool | Qt::FramelessWindowHint | Qt::WindowStaysOnTopHint);
     setColor(Qt::transparent);
     connect(this, &QWindow::activeChanged, this, &QuickPopover::handleActivity);
+    connect(&sheets_, &SheetPlace::activeChanged, this, &QuickPopover::handleActivity);
 }
 
 // Hidden, nothing more is told of its activity.

@@ -5,13 +5,15 @@
 #include "platform/Time.h"
 #include "ui/qml/PreviewPlace.h"
 #include "ui/qml/QuickHostedView.h"
+#include "ui/qml/SheetPlace.h"
 
 #include <QQuickWindow>
 
 namespace nettlecap {
 
-/// The popover as a window without a title. Its content has a property `cornerRadius`, and
-/// whatever opens over the content opens within the window.
+/// The popover as a window without a title. Its content has a property `cornerRadius`. What
+/// opens over the content opens within the window or, as a sheet, in one that belongs to it:
+/// with either of them the popover is active.
 class QuickPopover final : public QQuickWindow, public Popover {
     Q_OBJECT
 
@@ -57,6 +59,7 @@ private:
     ItemGeometry itemGeometry_;
     QuickContent content_{*contentItem()};
     PreviewPlace previews_;
+    SheetPlace sheets_;
     Rect item_;
     std::int64_t showing_ = 0;  ///< counts them, so that a late task knows its own
     Subscription clicks_;

@@ -3,8 +3,7 @@
 #include "ui/ImagePreviewPopover.h"
 #include "ui/qml/HistoryPictures.h"
 #include "ui/qml/QuickHostedView.h"
-
-#include <QQmlComponent>
+#include "ui/qml/QuickItems.h"
 
 namespace nettlecap {
 
@@ -39,11 +38,7 @@ std::unique_ptr<HostedView> QuickViewFactory::settings(std::unique_ptr<SettingsV
 std::unique_ptr<HostedView> QuickViewFactory::make(const char* name, const QVariantMap& properties,
                                                    std::unique_ptr<QObject> owned) {
     QQmlEngine::setObjectOwnership(owned.get(), QQmlEngine::CppOwnership);
-    QQmlComponent component(&engine_, QUrl(QStringLiteral("qrc:/qt/qml/Nettlecap/%1.qml").arg(name)));
-    if (!component.isReady()) qFatal("%s", qPrintable(component.errorString()));  // a broken build
-    std::unique_ptr<QObject> made(component.createWithInitialProperties(properties));
-    QQmlEngine::setObjectOwnership(made.get(), QQmlEngine::CppOwnership);
-    std::unique_ptr<QQuickItem> item(qobject_cast<QQuickItem*>(made.release()));
+    auto item = makeItem(engine_, QString::fromLatin1(name), properties);
     return std::make_unique<QuickHostedView>(std::move(item), std::move(owned));
 }
 

@@ -30,4 +30,13 @@ Rect fromQt(const QRect& rect) {
             .size = {static_cast<double>(rect.width()), static_cast<double>(rect.height())}};
 }
 
+std::optional<Rect> visibleFrameAround(const QWindow& window, const Screens& screens) {
+    const auto& [corner, size] = fromQt(window.frameGeometry());
+    const Point middle{corner.x + size.width * 0.5, corner.y + size.height * 0.5};
+    for (const Screen& screen : screens.all())
+        if (screen.frame.contains(middle)) return screen.visibleFrame;
+    const auto main = screens.main();
+    return main ? std::optional(main->visibleFrame) : std::nullopt;
+}
+
 }  // namespace nettlecap

@@ -3,6 +3,7 @@
 #include "platform/Windows.h"
 
 #include <QRect>
+#include <QWindow>
 
 namespace nettlecap {
 
@@ -10,5 +11,9 @@ namespace nettlecap {
 /// heights grow downwards. Whole points, so that lines of one point are sharp.
 QRect toQt(const Rect& rect);
 Rect fromQt(const QRect& rect);
+
+/// Of the screen with the middle of the window, frame included, else of the main one. Absent:
+/// there is none.
+std::optional<Rect> visibleFrameAround(const QWindow& window, const Screens& screens);
 
 }  // namespace nettlecap

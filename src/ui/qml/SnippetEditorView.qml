@@ -2,22 +2,34 @@ pragma ComponentBehavior: Bound
 import QtQuick
 import Nettlecap.Views as Views
 
-/// The sheet in which a saved message is written. The keyboard goes round within it.
+/// The sheet in which a saved message is written, the whole of its window. The keyboard goes
+/// round within it.
 FocusScope {
     id: root
 
     required property Views.SnippetEditorView view
+
+    /// Whether what is translucent shows what is behind it. Where it doesn't, the window is cut
+    /// along the sheet's edge.
+    property bool isComposited: true
+    readonly property string title: view.heading
 
     implicitWidth: 440
     implicitHeight: parts.height + 2 * parts.x
     focus: true
 
     Accessible.role: Accessible.Dialog
-    Accessible.name: view.heading
+    Accessible.name: title
 
     Keys.onEscapePressed: root.view.cancel()
     Keys.onReturnPressed: root.view.save()
     Keys.onEnterPressed: root.view.save()
+
+    Rectangle {
+        anchors.fill: parent
+        visible: !root.isComposited
+        color: Theme.colors.controls.border
+    }
 
     Rectangle {
         anchors.fill: parent
@@ -36,7 +48,7 @@ FocusScope {
 
         Text {
             width: parent.width
-            text: root.view.heading
+            text: root.title
             textFormat: Text.PlainText
             wrapMode: Text.Wrap
             font: Theme.heading

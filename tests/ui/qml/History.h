@@ -1,8 +1,10 @@
 #pragma once
 
+#include "platform/fake/FakeWindows.h"
 #include "ui/ContentPorts.h"
 #include "ui/HistoryOnFakes.h"
 #include "ui/MenuBarContentView.h"
+#include "ui/qml/SheetPlace.h"
 
 #include <QQmlEngine>
 #include <QTemporaryDir>
@@ -75,10 +77,22 @@ public:
     }
     Q_INVOKABLE int quits() const { return quits_; }
 
+    /// As a panel has them; the window's content is in it already.
+    Q_INVOKABLE void giveSheets(QQuickWindow* panel) {
+        if (!SheetPlace::of(panel)) new SheetPlace(*panel, {.windows = windows_, .screens = screens_});
+    }
+    /// What is written in over that panel; null: nothing.
+    Q_INVOKABLE QQuickItem* sheetOver(const QQuickWindow* panel) const {
+        const QuickSheet* sheet = SheetPlace::of(panel)->window();
+        return sheet ? sheet->contentItem()->childItems().value(0) : nullptr;
+    }
+
     QString picturesFolder() const { return folder_.path(); }
 
 private:
     QTemporaryDir folder_;
+    FakeNativeWindows windows_;
+    FakeScreens screens_;
     int quits_ = 0;
     std::unique_ptr<HistoryOnFakes> model_ = std::make_unique<HistoryOnFakes>();
     std::unique_ptr<MenuBarContentView> view_;

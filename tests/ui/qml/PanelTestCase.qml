@@ -28,6 +28,7 @@ TestCase {
             width: 430,
             height: 560
         });
+        History.giveSheets(content.Window.window);
         content.forceActiveFocus();
         waitForRendering(content);
     }
@@ -55,6 +56,12 @@ TestCase {
     }
     function button(name) {
         return visibleItems(item => item instanceof Pressable && item.Accessible.name === name)[0];
+    }
+    function sheet() {
+        return History.sheetOver(content.Window.window);
+    }
+    function sheetButton(text) {
+        return items(sheet(), item => item instanceof PushButton && item.text === text)[0];
     }
     function field() {
         return visibleItems(item => item instanceof SearchField)[0];

@@ -161,11 +161,11 @@ Item {
             keyClick(Qt.Key_Right);
             waitForRendering(content);
             rows()[0].row.edit();
-            const sheet = visibleItems(item => item instanceof SnippetEditorView)[0];
-            waitForRendering(sheet);
-            compare(items(sheet, item => item instanceof Text && outside(sheet).includes(item)), []);
-            compare(sheet.width, 414);
-            verify(sheet.height < content.height);
+            const editor = sheet();
+            waitForRendering(editor);
+            compare(items(editor, item => item instanceof Text && outside(editor).includes(item)), []);
+            compare(editor.width, 440);
+            verify(editor.height < content.height);
         }
         function test_card_data() {
             return extremes;

@@ -13,7 +13,10 @@ Item {
         name: "Keyboard"
 
         function focused() {
-            return root.Window.activeFocusItem;
+            return (sheet() ?? root).Window.activeFocusItem;
+        }
+        function waitForSheet() {
+            tryVerify(() => focused() instanceof TextInput);
         }
         function isWithin(item, ancestor) {
             for (; item; item = item.parent)
@@ -50,9 +53,9 @@ Item {
             keyClick(Qt.Key_Right);
             waitForRendering(content);
             mouseClick(button("Editar mensagem"));
-            const editor = visibleItems(item => item instanceof SnippetEditorView)[0];
+            waitForSheet();
             for (let step = 0; step < 6; ++step) {
-                verify(isWithin(focused(), editor), focused());
+                verify(isWithin(focused(), sheet()), focused());
                 pressTab(data.modifiers);
             }
         }
@@ -60,10 +63,11 @@ Item {
             show();
             keyClick(Qt.Key_Right);
             mouseClick(button("Adicionar"));
+            waitForSheet();
             keyClick(Qt.Key_Tab);
             verify(focused() instanceof TextEdit);
             keyClick(Qt.Key_Tab, Qt.ControlModifier);
-            compare(focused(), button("Cancelar"));
+            compare(focused(), sheetButton("Cancelar"));
             pressTab(Qt.NoModifier);  // there is nothing to be saved
             verify(focused() instanceof TextInput);
         }
@@ -71,8 +75,9 @@ Item {
             show();
             keyClick(Qt.Key_Right);
             mouseClick(button("Adicionar"));
+            waitForSheet();
             keyClick(Qt.Key_Escape);
-            verify(field().activeFocus);
+            tryVerify(() => field().activeFocus);
         }
     }
 }

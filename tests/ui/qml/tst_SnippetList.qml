@@ -17,9 +17,6 @@ Item {
             keyClick(Qt.Key_Right);
             waitForRendering(content);
         }
-        function sheet() {
-            return visibleItems(item => item instanceof SnippetEditorView)[0];
-        }
         function textEdit() {
             return items(sheet(), item => item instanceof TextEdit)[0];
         }
@@ -55,13 +52,14 @@ Item {
         function test_aNewMessageIsWrittenInTheSheet() {
             showSnippets();
             mouseClick(button("Adicionar"));
+            tryVerify(() => sheet().Window.activeFocusItem instanceof TextInput);
             type("oi");
             keyClick(Qt.Key_Tab);
             type("bom dia");
-            mouseClick(button("Salvar"));
+            mouseClick(sheetButton("Salvar"));
             compare(History.snippets(), ["oi|bom dia"]);
             tryVerify(() => !sheet());
-            verify(field().activeFocus);
+            tryVerify(() => field().activeFocus);
         }
         function test_thePencilOpensItsMessage() {
             History.addSnippet("Assinatura", "Até logo");
@@ -79,14 +77,34 @@ Item {
             keyClick(Qt.Key_Escape);
             tryVerify(() => !sheet());
             compare(History.snippets(), ["Assinatura|Até logo"]);
-            verify(field().activeFocus);
+            tryVerify(() => field().activeFocus);
         }
-        function test_theSheetLiesWithinThePanel() {
+        function test_theSheetIsAWindowThatIsWiderThanThePanel() {
             showSnippets();
             mouseClick(button("Adicionar"));
-            const corner = sheet().mapToItem(content, 0, 0);
-            verify(corner.x >= 0 && corner.x + sheet().width <= 430);
-            verify(corner.y >= 0 && corner.y + sheet().height <= 560);
+            verify(sheet().Window.window !== content.Window.window);
+            compare(sheet().Window.width, 440);
+            compare(sheet().width, 440);
+            compare(sheet().Window.height, sheet().height);
+            compare(sheet().height, sheet().implicitHeight);
+        }
+        function test_belowTheSheetNothingTakesAClick() {
+            History.addSnippet("Assinatura", "Até logo");
+            showSnippets();
+            mouseClick(button("Adicionar"));
+            mouseClick(rows()[0]);
+            mouseClick(button("Sair"));
+            compare(History.pasteboard(), "");
+            compare(History.quits(), 0);
+            verify(shown(sheet()).includes("Nova mensagem salva"));
+        }
+        function test_eachOpeningIsASheetOfItsOwn() {
+            showSnippets();
+            mouseClick(button("Adicionar"));
+            type("oi");
+            keyClick(Qt.Key_Escape);
+            mouseClick(button("Adicionar"));
+            compare(items(sheet(), item => item instanceof TextInput)[0].text, "");
         }
         function test_theSelectedMessageIsScrolledIntoView() {
             for (let i = 0; i < 40; ++i)

@@ -2,7 +2,6 @@
 
 #include <QGuiApplication>
 
-#include <array>
 #include <cstring>
 
 namespace nettlecap {
@@ -10,6 +9,8 @@ namespace nettlecap {
 namespace {
 
 constexpr std::string_view userTimeName = "_NET_WM_USER_TIME";
+constexpr std::string_view skipTaskbar = "_NET_WM_STATE_SKIP_TASKBAR";
+constexpr std::string_view skipPager = "_NET_WM_STATE_SKIP_PAGER";
 constexpr std::uint32_t everyDesktop = 0xFFFFFFFF;  // _NET_WM_DESKTOP
 constexpr std::uint32_t fromPager = 2;              // _NET_ACTIVE_WINDOW, the source: never refused
 
@@ -36,15 +37,12 @@ void X11Windows::prepareToShow(std::uint64_t window) {
 }
 
 void X11Windows::keepOffTaskbars(std::uint64_t window) {
-    xcb_connection_t* xcb = connectionOfQt();
-    if (!xcb) return;
-    const std::array states{inquiry_.atoms().of("_NET_WM_STATE_SKIP_TASKBAR"),
-                            inquiry_.atoms().of("_NET_WM_STATE_SKIP_PAGER")};
-    // Of a window that is not shown yet. Qt adds its own states to them when it shows it, and
-    // the window manager takes all of them away when it hides.
-    xcb_change_property(xcb, XCB_PROP_MODE_REPLACE, static_cast<xcb_window_t>(window),
-                        inquiry_.atoms().of("_NET_WM_STATE"), XCB_ATOM_ATOM, 32, states.size(),
-                        states.data());
+    setStates(static_cast<xcb_window_t>(window), {skipTaskbar, skipPager});
+}
+
+/// Modal for the window manager only: Qt would keep the window below from being closed.
+void X11Windows::prepareToCover(std::uint64_t window) {
+    setStates(static_cast<xcb_window_t>(window), {skipTaskbar, skipPager, "_NET_WM_STATE_MODAL"});
 }
 
 void X11Windows::bringToFront(std::uint64_t window) {
@@ -100,6 +98,17 @@ void X11Windows::set(xcb_window_t window, std::string_view property, std::uint32
     if (!xcb) return;
     xcb_change_property(xcb, XCB_PROP_MODE_REPLACE, window, inquiry_.atoms().of(property), XCB_ATOM_CARDINAL,
                         32, 1, &number);
+}
+
+/// Of a window that is not shown yet. Qt adds its own states to them when it shows it, and the
+/// window manager takes all of them away when it hides.
+void X11Windows::setStates(xcb_window_t window, std::initializer_list<std::string_view> names) {
+    xcb_connection_t* xcb = connectionOfQt();
+    if (!xcb) return;
+    std::vector<xcb_atom_t> states;
+    for (const std::string_view name : names) states.push_back(inquiry_.atoms().of(name));
+    xcb_change_property(xcb, XCB_PROP_MODE_REPLACE, window, inquiry_.atoms().of("_NET_WM_STATE"),
+                        XCB_ATOM_ATOM, 32, static_cast<std::uint32_t>(states.size()), states.data());
 }
 
 }  // namespace nettlecap

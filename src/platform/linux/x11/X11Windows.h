@@ -13,6 +13,7 @@ public:
 
     void prepareToShow(std::uint64_t window) override;
     void keepOffTaskbars(std::uint64_t window) override;
+    void prepareToCover(std::uint64_t window) override;
     void bringToFront(std::uint64_t window) override;
 
     bool isComposited() const override;
@@ -21,6 +22,7 @@ private:
     xcb_timestamp_t haveUserTime(xcb_window_t window);
     xcb_window_t windowForTime(xcb_window_t window);
     void set(xcb_window_t window, std::string_view property, std::uint32_t number);
+    void setStates(xcb_window_t window, std::initializer_list<std::string_view> names);
 
     X11Connection& connection_;
     X11Inquiry& inquiry_;

@@ -30,9 +30,9 @@ protected:
             session.inquiry->askProperty(static_cast<xcb_window_t>(window.winId()), property);
         return session.inquiry->propertyNumber(question);
     }
-    bool hasState(std::string_view name) {
-        const auto states =
-            propertyOf(user.xcb(), static_cast<xcb_window_t>(window.winId()), "_NET_WM_STATE");
+    bool hasState(std::string_view name) { return hasState(window, name); }
+    bool hasState(const QWindow& of, std::string_view name) {
+        const auto states = propertyOf(user.xcb(), static_cast<xcb_window_t>(of.winId()), "_NET_WM_STATE");
         const xcb_atom_t state = session.inquiry->atoms().of(name);
         for (std::size_t at = 0; at + sizeof state <= states.size(); at += sizeof state)
             if (std::memcmp(states.data() + at, &state, sizeof state) == 0) return true;
@@ -101,6 +101,27 @@ TEST_F(X11WindowsTest, AWindowThatIsKeptOffTheTaskbarsIsStillAboveTheOthers) {
         ASSERT_TRUE(waitFor([this] { return user.isDesktopEmpty(); }));
         user.waitForManager();
     }
+}
+
+TEST_F(X11WindowsTest, AWindowThatCoversItsOwnHasTheKeyboardInsteadOfIt) {
+    show();
+    ASSERT_TRUE(hasKeyboard());
+    QRasterWindow cover;
+    cover.setTransientParent(&window);
+    cover.setFlags(Qt::Dialog);
+    cover.resize(100, 80);
+    windows.prepareToCover(cover.winId());
+    cover.show();
+    ASSERT_TRUE(waitFor([&] { return user.active() == cover.winId(); }));
+    user.waitForManager();
+    for (const char* state :
+         {"_NET_WM_STATE_SKIP_TASKBAR", "_NET_WM_STATE_SKIP_PAGER", "_NET_WM_STATE_MODAL"})
+        EXPECT_TRUE(hasState(cover, state)) << state;
+
+    windows.bringToFront(window.winId());
+    user.waitForManager();
+
+    EXPECT_EQ(user.active(), cover.winId());
 }
 
 TEST_F(X11WindowsTest, AnyOtherWindowIsOnTheTaskbars) {
