@@ -86,12 +86,13 @@ void X11HotKeys::unregisterHotKey(HotKeyReference hotKey) {
     presses_.forget(hotKey);
 }
 
-void X11HotKeys::standAside(const HeldKeys& keys, const Task& type) {
-    if (!holdsKeyboard_ && (grabs_.keys() & keys).none()) return type();
-    grabs_.arrange({});
+void X11HotKeys::standAside(const KeyGrabs& typed, const Task& type) {
+    const auto inTheWay = grabs_.ownersOf(typed, locks_);
+    if (!holdsKeyboard_ && inTheWay.empty()) return type();
+    for (const HotKeyReference hotKey : inTheWay) grabs_.giveUp(hotKey);
     holdKeyboard(false);
     if (table_.canAnswer()) type();  // the keys come over another connection, behind the answer
-    follow();
+    if (!inTheWay.empty()) follow();
 }
 
 /// Its keys with its modifiers and every combination of locks. None: this keyboard cannot.

@@ -23,7 +23,8 @@ public:
     Registered<HotKeyReference> registerHotKey(const HotKeyRequest& request) override;
     void unregisterHotKey(HotKeyReference hotKey) override;
     /// Runs what types these keys, which then go to whoever has the keyboard, hot keys or not.
-    void standAside(const HeldKeys& keys, const Task& type);
+    /// Other hot keys stay: the user may be quick.
+    void standAside(const KeyGrabs& typed, const Task& type);
     bool isBehind() override { return connection_->hasMoreToTell(); }
 
 private:

@@ -38,10 +38,12 @@ std::optional<HotKeyReference> X11KeyGrabs::ownerOf(const KeyGrab& grab) const {
     return owner->second;
 }
 
-HeldKeys X11KeyGrabs::keys() const {
-    HeldKeys keys;
-    for (const auto& [grab, owner] : owners_) keys.set(grab.key);
-    return keys;
+std::set<HotKeyReference> X11KeyGrabs::ownersOf(const KeyGrabs& grabs, std::uint32_t locks) const {
+    std::set<HotKeyReference> owners;
+    for (const auto& [grab, owner] : owners_)
+        if (grabs.contains({grab.key, static_cast<std::uint16_t>(grab.modifiers & ~locks)}))
+            owners.insert(owner);
+    return owners;
 }
 
 Status X11KeyGrabs::grab(const KeyGrabs& grabs) {

@@ -39,7 +39,8 @@ public:
     void arrange(const std::map<HotKeyReference, KeyGrabs>& wanted);
 
     std::optional<HotKeyReference> ownerOf(const KeyGrab& grab) const;
-    HeldKeys keys() const;  ///< that are grabbed, with whatever modifiers
+    /// Those that have one of these grabs, whatever modifiers that lock there are besides.
+    std::set<HotKeyReference> ownersOf(const KeyGrabs& grabs, std::uint32_t locks) const;
 
 private:
     Status grab(const KeyGrabs& grabs);

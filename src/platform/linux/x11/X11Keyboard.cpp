@@ -35,10 +35,8 @@ bool X11Keyboard::post(std::span<const KeyEvent> events) {
     if (!strokes) return false;
     // Without a text there the keys paste what the user has selected, as if typed by hand.
     if (primaryReader) parts_.pasteboard.lendAsPrimary(*primaryReader);
-    HeldKeys keys;
-    for (const X11Typist::Stroke& stroke : *strokes) keys.set(stroke.key);
     bool wasTyped = false;
-    parts_.hotKeys.standAside(keys, [&] { wasTyped = typist_.type(*strokes); });
+    parts_.hotKeys.standAside(chordsOf(*strokes), [&] { wasTyped = typist_.type(*strokes); });
     return wasTyped;
 }
 
@@ -74,6 +72,18 @@ std::optional<X11Keyboard::Strokes> X11Keyboard::strokesFor(std::span<const KeyE
     }
     hold({});
     return strokes;
+}
+
+/// Each key that goes down, with the modifiers that are down by then.
+KeyGrabs X11Keyboard::chordsOf(const Strokes& strokes) const {
+    KeyGrabs chords;
+    HeldKeys held;
+    for (const X11Typist::Stroke& stroke : strokes) {
+        if (stroke.isDown)
+            chords.insert({stroke.key, static_cast<std::uint16_t>(parts_.keys.modifiersOf(held))});
+        held.set(stroke.key, stroke.isDown);
+    }
+    return chords;
 }
 
 std::optional<HeldKeys> X11Keyboard::keysFor(ModifierFlags flags) const {

@@ -38,6 +38,7 @@ private:
 
     PasteChord pasteChord(const RunningApplication& target) const;
     std::optional<Strokes> strokesFor(std::span<const KeyEvent> events) const;
+    KeyGrabs chordsOf(const Strokes& strokes) const;
     std::optional<HeldKeys> keysFor(ModifierFlags flags) const;
 
     Parts parts_;

@@ -21,6 +21,16 @@ protected:
         EXPECT_EQ(hotKeys->registerHotKey({.keyCode = code, .modifiers = modifiers, .id = {.id = id}}).status,
                   0);
     }
+    /// Whether no other program could have it now.
+    static bool isTaken(const KeyGrab& grab) {
+        xcb_connection_t* xcb = xcb_connect(nullptr, nullptr);
+        const auto root = xcb_setup_roots_iterator(xcb_get_setup(xcb)).data->root;
+        const auto request = xcb_grab_key_checked(xcb, 0, root, grab.modifiers, grab.key, XCB_GRAB_MODE_ASYNC,
+                                                  XCB_GRAB_MODE_ASYNC);
+        const X11Reply<xcb_generic_error_t> refusal(xcb_request_check(xcb, request));
+        xcb_disconnect(xcb);
+        return refusal && refusal->error_code == X11KeyGrabs::badAccess;
+    }
     bool receives(KeyRecorder& recorder, const std::string& keys) {
         return waitFor([&] { return recorder.keys().find(keys) != std::string::npos; });
     }
@@ -51,6 +61,22 @@ TEST_F(HotKeysAsideTest, TheHotKeyWorksAgainAfterThePaste) {
     user.release(key::control);
 
     EXPECT_TRUE(waitFor([&] { return told == "+1-1"; })) << told;
+}
+
+TEST_F(HotKeysAsideTest, OtherHotKeysStayMeanwhileWhateverTheirKey) {
+    const KeyGrab typed{key::v, XCB_MOD_MASK_CONTROL};
+    const KeyGrab sameKey{key::v, XCB_MOD_MASK_4};
+    add(keyCode::v, hotKeyModifier::control, 1);
+    add(keyCode::v, hotKeyModifier::command, 2);
+    ASSERT_TRUE(isTaken(typed));
+    std::string taken;
+
+    hotKeys->standAside({typed}, [&] {
+        for (const KeyGrab& grab : {typed, sameKey}) taken += isTaken(grab) ? "taken " : "free ";
+    });
+
+    EXPECT_EQ(taken, "free taken ");
+    EXPECT_TRUE(isTaken(typed));
 }
 
 TEST_F(HotKeysAsideTest, PastesWhileTwoHotKeysAreHeld) {
