@@ -2,6 +2,7 @@
 
 #include <algorithm>
 #include <cstring>
+#include <new>
 
 namespace nettlecap {
 
@@ -18,6 +19,13 @@ constexpr std::uint32_t sliceUnits = 256U * 1024 / unitSize;  // so that no repl
 std::string_view bytesOf(const xcb_get_property_reply_t& slice) {
     return {static_cast<const char*>(xcb_get_property_value(&slice)),
             static_cast<std::size_t>(xcb_get_property_value_length(&slice))};
+}
+
+/// Room that nobody writes to costs nothing, while growing copies all that has arrived.
+void reserve(std::string& bytes, std::size_t size) try {
+    bytes.reserve(size);
+} catch (const std::bad_alloc&) {
+    return;  // a system that counts what is only reserved: it grows
 }
 
 }  // namespace
@@ -114,11 +122,10 @@ void SelectionReader::take(const xcb_get_property_reply_t* slice, std::uint32_t 
 void SelectionReader::beginPieces(const xcb_get_property_reply_t& announcement) {
     inPieces_ = true;
     reading_ = false;
-    // The size that is told is at best a lower bound. Room that nobody writes to costs nothing.
     std::uint32_t size = 0;
     if (bytesOf(announcement).size() >= sizeof size)
         std::memcpy(&size, bytesOf(announcement).data(), sizeof size);
-    bytes_.reserve(std::min<std::size_t>(size, request_.limit));
+    reserve(bytes_, std::min<std::size_t>(size, request_.limit));
     // Its removal, which reading brings unless there was too much of it, begins the transfer.
     if (announcement.bytes_after > 0) xcb_delete_property(ports_.connection.xcb(), window_, property_);
     putOffDeadline();
@@ -134,6 +141,8 @@ bool SelectionReader::append(const xcb_get_property_reply_t& slice) {
     }
     if (added.empty()) return slice.bytes_after == 0;
     if (slice.type != type_ || slice.format != format_) return false;
+    // The size that was told is at best a lower bound. What exceeds it grows only once.
+    if (bytes_.size() + added.size() > bytes_.capacity()) reserve(bytes_, request_.limit);
     bytes_ += added;
     putOffDeadline();
     return true;

@@ -2,6 +2,8 @@
 
 #include "platform/linux/x11/X11Connection.h"
 
+#include <unordered_set>
+
 namespace nettlecap {
 
 namespace {
@@ -50,10 +52,12 @@ void X11Atoms::names(std::vector<xcb_atom_t> atoms, std::function<void(Names)> h
     auto question = std::make_shared<Question>();
     question->atoms = std::move(atoms);
     question->handler = std::move(handler);
-    std::unordered_map<xcb_atom_t, unsigned> asked;
+    // In the order of asking: xcb looks through all replies before the one that is taken.
+    std::vector<std::pair<xcb_atom_t, unsigned>> asked;
+    std::unordered_set<xcb_atom_t> seen;
     for (const xcb_atom_t atom : question->atoms)
-        if (!names_.contains(atom) && !asked.contains(atom))
-            asked[atom] = xcb_get_atom_name(connection_.xcb(), atom).sequence;
+        if (!names_.contains(atom) && seen.insert(atom).second)
+            asked.emplace_back(atom, xcb_get_atom_name(connection_.xcb(), atom).sequence);
     question->missing = asked.size();
     if (asked.empty()) return question->answer(names_);
     for (const auto& [atom, sequence] : asked) {

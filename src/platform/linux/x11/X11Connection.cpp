@@ -11,8 +11,6 @@ namespace nettlecap {
 
 namespace {
 
-using Steady = std::chrono::steady_clock;
-
 constexpr std::chrono::milliseconds serverPatience(1000);
 constexpr std::chrono::milliseconds turn(8);  // at the main loop, however much there is to tell
 constexpr std::size_t mostUnanswered = 256;   // windows, each a few hundred bytes in the server
@@ -85,21 +83,27 @@ void X11Connection::awaitAny(unsigned sequence, ReplyHandler handler) {
 void X11Connection::drain() {
     if (lost_) return endAwaited();
     const auto end = Steady::now() + turn;
-    do {
-        while (const Event event = nextEvent()) {
-            deliverReplies();
-            destroyIfAnswered(*event);
-            event_.emit(*event);
-            if (Steady::now() < end) continue;
-            loop_->later.start(0);  // whoever floods us must not stop the program
-            xcb_flush(xcb_);
-            return;
+    // Looking for an event reads replies too, and handlers may read events: none of them wakes
+    // the descriptor any more.
+    for (bool isMore = true; isMore;) {
+        Event event = nextEvent();
+        isMore = deliverReplies(end) || event;
+        if (Steady::now() >= end) {
+            if (event) readAhead_.push_front(std::move(event));
+            return drainLater();
         }
-        deliverReplies();
-        // Looking for replies reads events too, which don't wake the descriptor any more.
-    } while (readEvents());
+        if (!event) continue;
+        destroyIfAnswered(*event);
+        event_.emit(*event);
+    }
     xcb_flush(xcb_);
     endWhenLost();
+}
+
+/// Whoever floods us must not stop the program.
+void X11Connection::drainLater() {
+    loop_->later.start(0);
+    xcb_flush(xcb_);
 }
 
 void X11Connection::destroyOnceAnswered(xcb_window_t window) {
@@ -176,18 +180,22 @@ std::optional<xcb_timestamp_t> X11Connection::serverTime() {
     return time;
 }
 
-void X11Connection::deliverReplies() {
-    while (!awaited_.empty()) {
+/// Whether there were any.
+bool X11Connection::deliverReplies(Steady::time_point end) {
+    bool wereAny = false;
+    while (!awaited_.empty() && Steady::now() < end) {
         const auto next = awaited_.begin();
         void* answer = nullptr;
         xcb_generic_error_t* error = nullptr;
-        if (xcb_poll_for_reply(xcb_, next->second.first, &answer, &error) == 0) return;
+        if (xcb_poll_for_reply(xcb_, next->second.first, &answer, &error) == 0) break;
         const X11Reply<void> reply(answer);
         const X11Reply<xcb_generic_error_t> failure(error);
         const ReplyHandler handler = std::move(next->second.second);
         awaited_.erase(next);
+        wereAny = true;
         handler(reply.get());
     }
+    return wereAny;
 }
 
 void X11Connection::endWhenLost() {

@@ -3,6 +3,7 @@
 #include "platform/Signal.h"
 #include "platform/linux/x11/X11Atoms.h"
 
+#include <chrono>
 #include <cstdlib>
 #include <deque>
 #include <map>
@@ -78,6 +79,7 @@ public:
 private:
     using ReplyHandler = std::function<void(const void*)>;
     using Event = X11Reply<xcb_generic_event_t>;
+    using Steady = std::chrono::steady_clock;
     struct MainLoop;
 
     X11Connection(xcb_connection_t* xcb, const xcb_screen_t* screen);
@@ -87,7 +89,8 @@ private:
     void destroyIfAnswered(const xcb_generic_event_t& event);
     Event nextEvent();
     void drain();
-    void deliverReplies();
+    void drainLater();
+    bool deliverReplies(Steady::time_point end);
     void endWhenLost();
     void endAwaited();
 

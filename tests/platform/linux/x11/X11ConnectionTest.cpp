@@ -3,6 +3,7 @@
 #include <QEventLoop>
 #include <array>
 #include <cstdlib>
+#include <poll.h>
 #include <sys/socket.h>
 
 using namespace nettlecap;
@@ -49,6 +50,26 @@ TEST_F(X11ConnectionTest, HandsRepliesOverInOrder) {
     EXPECT_TRUE(told.empty());
     EXPECT_TRUE(world.waitFor([&] { return told.size() == 3; }));
     EXPECT_EQ(told, (std::vector<std::string>{"PRIMARY", "error", "STRING"}));
+}
+
+TEST_F(X11ConnectionTest, LetsOthersHaveTheirTurnHoweverManyRepliesThereAre) {
+    int turns = 0;
+    QTimer others;
+    others.callOnTimeout([&] { ++turns; });
+    std::vector<int> turnsBefore;
+    for (int i = 0; i < 50; ++i)
+        connection.await<xcb_get_input_focus_reply_t>(
+            xcb_get_input_focus(xcb).sequence, [&](const xcb_get_input_focus_reply_t*) {
+                turnsBefore.push_back(turns);
+                const auto end = std::chrono::steady_clock::now() + std::chrono::milliseconds(1);
+                while (std::chrono::steady_clock::now() < end) continue;
+            });
+    ASSERT_TRUE(connection.serverTime());  // by now all of them are there
+
+    others.start(0);
+    ASSERT_TRUE(world.waitFor([&] { return turnsBefore.size() == 50; }));
+
+    EXPECT_GT(turnsBefore.back(), turnsBefore.front() + 2);
 }
 
 TEST_F(X11ConnectionTest, TellsOfEventsAndOfErrorsWithoutAReply) {
@@ -102,6 +123,31 @@ TEST_F(X11ConnectionTest, NeverSleepsOnAnEventThatIsThere) {
         if (++round == rounds) return loop.quit();
         next();
     });
+    world.stop();
+    QTimer::singleShot(patience, &loop, [&loop] { loop.quit(); });
+
+    next();
+    loop.exec();
+
+    EXPECT_EQ(round, rounds);
+}
+
+TEST_F(X11ConnectionTest, NeverSleepsOnAReplyThatIsThere) {
+    constexpr int rounds = 1000;
+    int round = 0;
+    QEventLoop loop;  // nothing else wakes it
+    std::function<void()> next = [&] {
+        const auto cookie = xcb_get_input_focus(xcb);
+        connection.flush();
+        connection.await<xcb_get_input_focus_reply_t>(
+            cookie.sequence, [&](const xcb_get_input_focus_reply_t*) {
+                if (++round == rounds) return loop.quit();
+                next();
+                // The next reply comes while this handler runs.
+                pollfd readable{.fd = xcb_get_file_descriptor(xcb), .events = POLLIN, .revents = 0};
+                (void)poll(&readable, 1, 1000);
+            });
+    };
     world.stop();
     QTimer::singleShot(patience, &loop, [&loop] { loop.quit(); });
 

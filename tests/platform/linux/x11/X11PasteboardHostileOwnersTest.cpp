@@ -359,6 +359,17 @@ TEST_F(X11PasteboardHostileOwnersTest, ReadsThousandsOfTargets) {
     EXPECT_EQ(text(), "text");
 }
 
+TEST_F(X11PasteboardHostileOwnersTest, ReadsWhatHasANameAmongThousandsThatHaveNone) {
+    auto& program = owner();
+    for (xcb_atom_t i = 0; i < 16'000; ++i) program.list(4'000'000'000U + i);
+    program.offer("UTF8_STRING", "text");
+    program.own();
+
+    ASSERT_TRUE(waitForChange());
+    EXPECT_EQ(pasteboard->types(), Types{"public.utf8-plain-text"});
+    EXPECT_EQ(text(), "text");
+}
+
 TEST_F(X11PasteboardHostileOwnersTest, ReadsNoneOfAMillionTargets) {
     auto& program = owner();
     program.offer("UTF8_STRING", "text");
