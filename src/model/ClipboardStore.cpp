@@ -83,7 +83,8 @@ ClipboardStore::ClipboardStore(Ports ports, std::optional<Path> baseDirectory, s
       imagesDirectory_(baseDirectory_ / imagesFolder), stateURL_(baseDirectory_ / "history.json"),
       unreadableURL_(baseDirectory_ / "history.unreadable.json"),
       maxItems_(std::max(maxItems, smallestLimit)) {
-    createDirectories();
+    if (const auto created = createDirectories(); !created)
+        persistenceError_ = "Não foi possível preparar o armazenamento: " + created.description();
     ports_.files.removeLeftovers(baseDirectory_);
     imageBytes_ = ports_.files.sizeOfFilesIn(imagesDirectory_);
     load();
@@ -267,10 +268,10 @@ std::optional<Path> ClipboardStore::imageFile(const ClipboardEntry& entry) const
     return imagesDirectory_ / *entry.imageFilename;
 }
 
-void ClipboardStore::createDirectories() {
-    static_cast<void>(ports_.files.createDirectory(baseDirectory_));  // closes it to others, too
-    const auto created = ports_.files.createDirectory(imagesDirectory_);
-    if (!created) persistenceError_ = "Não foi possível preparar o armazenamento: " + created.description();
+/// Closes them to others, too.
+Result<Done> ClipboardStore::createDirectories() {
+    if (auto created = ports_.files.createDirectory(baseDirectory_); !created) return created;
+    return ports_.files.createDirectory(imagesDirectory_);
 }
 
 std::optional<PersistedState> ClipboardStore::readState() {
@@ -301,7 +302,7 @@ void ClipboardStore::load() {
 
 Result<Done> ClipboardStore::save() {
     // Somebody may have removed the folder, or a start may have found none to make it in.
-    static_cast<void>(ports_.files.createDirectory(imagesDirectory_));
+    static_cast<void>(createDirectories());
     const auto found = ports_.files.size(stateURL_);
     if (found && found != stateSize_) {
         auto kept = ports_.files.keepCopy(stateURL_, unreadableURL_);
@@ -332,7 +333,7 @@ void ClipboardStore::forgetUnreadable() {
 }
 
 Result<Done> ClipboardStore::writeImageFile(const Path& file, const Bytes& png) {
-    static_cast<void>(ports_.files.createDirectory(imagesDirectory_));
+    static_cast<void>(createDirectories());
     const std::array pieces{png.view()};
     return ports_.files.writeAtomically(file, pieces, baseDirectory_);
 }

@@ -77,7 +77,7 @@ public:
     const Published<ClipboardStorageUsage>& storageUsage() const { return storageUsage_; }
 
 private:
-    void createDirectories();
+    Result<Done> createDirectories();
     std::optional<PersistedState> readState();
     void load();
     Result<Done> save();

@@ -42,12 +42,14 @@ private:
     std::set<SystemCall> happened_;
 };
 
-constexpr std::array<Fault::Kind, 5> kinds{{
+constexpr std::array<Fault::Kind, 7> kinds{{
     {"fails", Course::fails},
+    {"is over quota", Course::isOverQuota},
     {"succeeds and says it failed", Course::succeedsAndSaysItFailed},
     {"writes half", Course::writesHalf},
     {"writes half, the rest fails", Course::writesHalf, true},
     {"all fail from then on", Course::fails, true},
+    {"all are over quota from then on", Course::isOverQuota, true},
 }};
 
 class FaultsTest : public testing::TestWithParam<Scenario> {
@@ -153,6 +155,46 @@ TEST_P(FaultsTest, LoseNothingAndAreOverWithTheirCause) {
 
 INSTANTIATE_TEST_SUITE_P(Every, FaultsTest, testing::ValuesIn(scenarios()),
                          [](const auto& test) { return test.param.name; });
+
+/// The disk is full, or the user's part of it: told in the same words, and over with its cause.
+class FullDiskTest : public testing::Test {
+protected:
+    class Refusing final : public SystemCallWatcher {
+    public:
+        explicit Refusing(Course course) : course_(course) {}
+        Course before(const DiskCall& call) override {
+            return call.call == SystemCall::write ? course_ : Course::asUsual;
+        }
+
+    private:
+        Course course_;
+    };
+
+    std::string errorAfterACopy(Course course) {
+        Refusing watcher(course);
+        const WatchedSystemCalls watched(temporary.path(), watcher);
+        program.copy("durante", 2);
+        return program.error();
+    }
+
+    TemporaryFolder temporary;
+    Path folder = temporary.path() / "Nettlecap";
+    Program program{folder};
+};
+
+TEST_F(FullDiskTest, IsToldInTheSystemsWordsAndIsOverWithItsCause) {
+    program.start();
+    program.copy("antes", 1);
+    const std::string failed = "Não foi possível salvar o histórico: ";
+
+    EXPECT_EQ(errorAfterACopy(Course::fails), failed + "No space left on device");
+    EXPECT_EQ(errorAfterACopy(Course::isOverQuota), failed + "Disk quota exceeded");
+    EXPECT_EQ(startOn(contentsBelow(temporary.path()), folder).entries.size(), 1U);
+
+    program.copy("depois", 3);
+    EXPECT_EQ(program.error(), "none");
+    EXPECT_EQ(startOn(contentsBelow(temporary.path()), folder).entries, *program.store->entries());
+}
 
 TEST(FaultsOfPreferencesTest, LeaveTheOldRecordOrTheNewOne) {
     int faults = 0;

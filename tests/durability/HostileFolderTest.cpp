@@ -162,6 +162,86 @@ TEST_F(HostileFolderTest, AFolderOfSomebodyElseIsRefusedInClearWords) {
                     "Não foi possível salvar o histórico: Permission denied; a");
 }
 
+/// A link in place of a folder, made by this process and tried by an ordinary user. Who is no
+/// root plants none in the eyes of others: it is followed then.
+class LinkedFolderTest : public HostileFolderTest {
+protected:
+    static constexpr uid_t nobody = 65534;
+    static constexpr uid_t administrator = 0;
+    static constexpr uid_t somebodyElse = 1;
+
+    LinkedFolderTest() {
+        fs::create_directories(elsewhere);
+        ::chmod(elsewhere.c_str(), 0777);
+    }
+
+    static void give(const Path& path, uid_t user) {
+        if (isRoot()) {
+            ASSERT_EQ(::lchown(path.c_str(), user, user), 0);
+        }
+    }
+    static bool isRoot() { return ::geteuid() == 0; }
+    /// What is said at the start, after a text, after a picture; and how much there is elsewhere.
+    std::string said() {
+        return asOrdinaryUser([&] {
+            program.start();
+            std::string all = program.error();
+            program.copy("a", 1);
+            all += "; " + program.error();
+            program.copyImage("png", 2);
+            all += "; " + program.error() + "; ";
+            const auto files = fs::directory_iterator(elsewhere);
+            return all + std::to_string(std::distance(files, fs::directory_iterator()));
+        });
+    }
+
+    Path elsewhere = temporary.path() / "elsewhere";
+    const std::string unprepared = "Não foi possível preparar o armazenamento: Permission denied; ";
+    const std::string unsaved = "Não foi possível salvar o histórico: Permission denied; ";
+    const std::string unsavedPicture = "Não foi possível salvar a imagem: Permission denied; ";
+};
+
+TEST_F(LinkedFolderTest, IsFollowedWhereLinkAndFolderAreTheUsers) {
+    fs::create_directory_symlink(elsewhere, folder);
+    give(folder, nobody);
+    give(elsewhere, nobody);
+
+    EXPECT_EQ(said(), "none; none; none; 2");
+}
+
+TEST_F(LinkedFolderTest, IsFollowedWhereTheAdministratorPutTheLink) {
+    fs::create_directory_symlink(elsewhere, folder);
+    give(folder, administrator);
+    give(elsewhere, nobody);
+
+    EXPECT_EQ(said(), "none; none; none; 2");
+}
+
+TEST_F(LinkedFolderTest, IsRefusedWhereTheLinkIsSomebodyElses) {
+    fs::create_directory_symlink(elsewhere, folder);
+    give(folder, somebodyElse);
+    give(elsewhere, nobody);
+
+    EXPECT_EQ(said(), isRoot() ? unprepared + unsaved + unsavedPicture + "0" : "none; none; none; 2");
+}
+
+TEST_F(LinkedFolderTest, IsRefusedWhereTheFolderBehindItIsSomebodyElses) {
+    fs::create_directory_symlink(elsewhere, folder);
+    give(folder, nobody);
+
+    EXPECT_EQ(said(), isRoot() ? unprepared + unsaved + unsavedPicture + "0" : "none; none; none; 2");
+}
+
+TEST_F(LinkedFolderTest, CostsPicturesOnlyWhereItIsInPlaceOfTheirs) {
+    fs::create_directories(folder);
+    give(folder, nobody);
+    fs::create_directory_symlink(elsewhere, images);
+    give(images, somebodyElse);
+    give(elsewhere, nobody);
+
+    EXPECT_EQ(said(), isRoot() ? unprepared + "none; " + unsavedPicture + "0" : "none; none; none; 1");
+}
+
 TEST_F(HostileFolderTest, AFolderThatOthersMightEnterIsClosed) {
     program.start();
     program.copy("a", 1);

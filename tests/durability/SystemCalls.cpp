@@ -42,8 +42,8 @@ std::optional<Watch> watch;
 template <class Work>
 auto carryOut(const DiskCall& call, Work work) -> decltype(work()) {
     const Course course = watch->watcher.before(call);
-    if (course == Course::fails) {
-        errno = EIO;
+    if (course == Course::fails || course == Course::isOverQuota) {
+        errno = course == Course::fails ? EIO : EDQUOT;
         return -1;
     }
     const auto result = work();
@@ -88,8 +88,8 @@ ssize_t write(int file, const void* bytes, size_t count) {
                   .newPath = {},
                   .bytes = {static_cast<const char*>(bytes), count}};
     const Course course = watch->watcher.before(call);
-    if (course == Course::fails) {
-        errno = ENOSPC;
+    if (course == Course::fails || course == Course::isOverQuota) {
+        errno = course == Course::fails ? ENOSPC : EDQUOT;
         return -1;
     }
     if (course == Course::writesHalf) call.bytes = call.bytes.substr(0, (count + 1) / 2);

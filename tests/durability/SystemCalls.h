@@ -30,7 +30,7 @@ struct DiskCall {
 /// Hears of every call, and may have it go wrong.
 class SystemCallWatcher {
 public:
-    enum class Course { asUsual, fails, succeedsAndSaysItFailed, writesHalf };
+    enum class Course { asUsual, fails, isOverQuota, succeedsAndSaysItFailed, writesHalf };
 
     virtual ~SystemCallWatcher() = default;
 

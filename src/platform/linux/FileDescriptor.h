@@ -30,6 +30,10 @@ private:
 Failure systemFailure();
 Failure systemFailure(std::errc error);
 
+/// Whether the folder is a symbolic link that somebody else may have put there: a good one
+/// belongs to the user or the administrator and leads to what belongs to the user.
+bool isPlantedLink(const Path& folder);
+
 /// For reading. A symbolic link in place of the file is not followed, and whatever is no
 /// regular file is refused without waiting for it.
 struct RegularFile {

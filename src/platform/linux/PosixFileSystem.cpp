@@ -27,6 +27,9 @@ std::optional<struct stat> statusOf(const Path& path) {
     return status;
 }
 
+/// As of a folder of somebody else.
+Failure refusal() { return systemFailure(std::errc::permission_denied); }
+
 /// Somebody else's folder, or a volume without modes, stays as it is: it can be used.
 void takeAwayOthersRights(const Path& folder) {
     const FileDescriptor open(::open(folder.c_str(), O_RDONLY | O_DIRECTORY | O_CLOEXEC));
@@ -46,6 +49,7 @@ Result<Done> makeFolder(const Path& path) {
 }  // namespace
 
 Result<Done> PosixFileSystem::createDirectory(const Path& path) {
+    if (isPlantedLink(path)) return refusal();
     std::error_code error;
     if (fs::is_directory(path, error)) {
         takeAwayOthersRights(path);
@@ -59,6 +63,7 @@ Result<Done> PosixFileSystem::createDirectory(const Path& path) {
 
 Result<Done> PosixFileSystem::writeAtomically(const Path& path, std::span<const std::string_view> pieces,
                                               const Path& temporaryFolder) {
+    if (isPlantedLink(path.parent_path()) || isPlantedLink(temporaryFolder)) return refusal();
     auto created = TemporaryFile::create(temporaryFolder);
     if (!created) return Failure{created.description()};
     TemporaryFile& temporary = *created;
@@ -69,6 +74,7 @@ Result<Done> PosixFileSystem::writeAtomically(const Path& path, std::span<const 
 }
 
 Result<Done> PosixFileSystem::keepCopy(const Path& from, const Path& to) {
+    if (isPlantedLink(to.parent_path())) return refusal();
     const auto status = statusOf(from);
     if (!status) return systemFailure();
     if (S_ISDIR(status->st_mode)) return systemFailure(std::errc::is_a_directory);
@@ -87,6 +93,7 @@ Result<Done> PosixFileSystem::keepCopy(const Path& from, const Path& to) {
 }
 
 Result<Done> PosixFileSystem::remove(const Path& path) {
+    if (isPlantedLink(path.parent_path())) return refusal();
     if (::unlink(path.c_str()) != 0) return systemFailure();
     removedFrom_.insert(path.parent_path());
     return Done();
@@ -99,6 +106,7 @@ void PosixFileSystem::flushRemovals() {
 }
 
 void PosixFileSystem::removeLeftovers(const Path& temporaryFolder) {
+    if (isPlantedLink(temporaryFolder)) return;
     std::error_code error;
     for (fs::directory_iterator entry(temporaryFolder, error), end; !error && entry != end;
          entry.increment(error))
