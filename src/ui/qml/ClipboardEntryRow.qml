@@ -13,7 +13,7 @@ ListRow {
 
     isSelected: row?.isKeyboardSelected ?? false
     onPressed: clickCount => root.row.handleRowClick(clickCount)
-    onPointerCame: place => root.row.pointerAt(place)
+    onPointerCame: place => root.row?.pointerAt(place)
     onPointerLeft: root.row?.pointerLeft()
     onVisibleChanged: if (!visible) root.row?.disappear()
     Component.onDestruction: root.row?.disappear()

@@ -43,7 +43,7 @@ std::optional<QByteArray> essentialsOf(const QString& path) {
     const QFileInfo info(file);
     if (!info.isFile() || info.isSymLink() || info.size() > HistoryPictures::mostBytes) return std::nullopt;
     if (!file.open(QIODevice::ReadOnly)) return std::nullopt;
-    const QByteArray whole = file.read(HistoryPictures::mostBytes);
+    const QByteArray whole = file.read(info.size());
     const std::string_view bytes(whole.constData(), static_cast<std::size_t>(whole.size()));
     return QByteArray::fromStdString(pngEssentials(bytes));
 }
