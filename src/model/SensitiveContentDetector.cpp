@@ -9,7 +9,6 @@
 #include <algorithm>
 #include <array>
 #include <cmath>
-#include <vector>
 
 namespace nettlecap {
 
@@ -29,11 +28,6 @@ constexpr std::array<std::string_view, 4> addressPrefixes = {"http://", "https:/
 constexpr std::array<std::string_view, 8> tokenPrefixes = {"sk-",   "sk_",   "ghp_", "github_pat_",
                                                            "xoxb-", "xoxp-", "akia", "eyj"};
 constexpr std::string_view wrappers = "*`'\"()[]{}<>,;:!?";
-
-const Expression& cardPattern() {
-    static const Expression pattern(R"((?<!\d)(?:\d[ -]?){12,18}\d(?!\d))");
-    return pattern;
-}
 
 const Expression& emailPattern() {
     static const Expression pattern(R"(^[^\s@]+@[^\s@]+\.[^\s@]+$)", Expression::Case::insensitive);
@@ -58,8 +52,13 @@ bool isDecimalDigit(char32_t scalar) {
     return u_isdigit(static_cast<UChar32>(scalar)) != 0;
 }
 
-/// Whether a digit may begin with this byte.
-bool mayBeDigit(char byte) { return !utf8::isASCII(byte) || (byte >= '0' && byte <= '9'); }
+/// Whether a digit may begin with this byte. The first ones beyond ASCII are the Arabic-Indic
+/// ones from U+0660 on, so that no accented Latin letter is decoded.
+bool mayBeDigit(char byte) {
+    constexpr unsigned char leadOfU0660 = 0xD9;
+    const auto value = static_cast<unsigned char>(byte);
+    return value >= leadOfU0660 || (value >= '0' && value <= '9');
+}
 
 /// The value that Luhn counts with. Absent: the character has none, or no whole one.
 std::optional<std::int64_t> wholeValue(std::string_view character) {
@@ -73,9 +72,10 @@ std::optional<std::int64_t> wholeValue(std::string_view character) {
     return static_cast<std::int64_t>(value);
 }
 
-bool isNumeric(std::string_view character) {
+/// Whether the first character is.
+bool isNumeric(std::string_view text) {
     std::size_t end = 0;
-    const auto scalar = static_cast<UChar32>(utf8::next(character, end));
+    const auto scalar = static_cast<UChar32>(utf8::next(text, end));
     return u_getIntPropertyValue(scalar, UCHAR_NUMERIC_TYPE) != U_NT_NONE;
 }
 
@@ -87,21 +87,29 @@ bool isCardNumber(std::string_view match) {
            SensitiveContentDetector::passesLuhn(digits);
 }
 
-/// Whether whole groups side by side make 13 to 19 digits: a match never splits a group.
-bool couldMatch(std::string_view run) {
-    std::vector<std::size_t> groups = {0};  // as many as have up to 19 digits together
-    std::size_t digits = 0;
-    for (std::size_t place = 0; place < run.size();) {
-        if (isDecimalDigit(utf8::next(run, place))) {
-            ++groups.back();
-            ++digits;
-            if (place < run.size()) continue;
-        }
-        for (; digits > mostCardDigits; groups.erase(groups.begin())) digits -= groups.front();
-        if (digits >= fewestCardDigits) return true;
-        groups.push_back(0);
+/// Behind the group of digits that begins at `place`.
+std::size_t endOfGroup(std::string_view run, std::size_t place) {
+    while (place < run.size()) {
+        const std::size_t end = place;
+        if (!isDecimalDigit(utf8::next(run, place))) return end;
     }
-    return false;
+    return place;
+}
+
+/// Where (?<!\d)(?:\d[ -]?){12,18}\d(?!\d) stops matching when it begins with the group at
+/// `start`: behind as many whole groups as make 13 to 19 digits, never within one.
+std::optional<std::size_t> endOfMatch(std::string_view run, std::size_t start) {
+    std::optional<std::size_t> end;
+    std::size_t digits = 0;
+    for (std::size_t place = start; place < run.size();) {
+        const std::size_t separator = place;
+        if (!isDecimalDigit(utf8::next(run, place))) {
+            if (digits >= fewestCardDigits) end = separator;
+        } else if (++digits > mostCardDigits) {
+            return end;
+        }
+    }
+    return digits >= fewestCardDigits ? run.size() : end;
 }
 
 /// Digits with at most one space or hyphen between two of them, as long as it goes.
@@ -117,14 +125,14 @@ struct DigitRun {
     bool canGoOnBehind(std::size_t separatorStart) const { return digits > 0 && end == separatorStart; }
 
     bool holdsCardNumber(std::string_view text) const {
+        if (digits < fewestCardDigits) return false;
         const std::string_view run = text.substr(start, end - start);
-        if (digits < fewestCardDigits || !couldMatch(run)) return false;
-        bool found = false;
-        cardPattern().forEachMatch(run, [&](std::string_view match) {
-            found = isCardNumber(match);
-            return !found;
-        });
-        return found;
+        for (std::size_t place = 0; place < run.size();) {
+            const auto match = endOfMatch(run, place);
+            if (match && isCardNumber(run.substr(place, *match - place))) return true;
+            place = (match ? *match : endOfGroup(run, place)) + 1;  // and the separator
+        }
+        return false;
     }
 };
 
@@ -163,17 +171,20 @@ bool resemblesUUID(std::string_view text) {
     return text.size() >= uuidLength && text.size() <= uuidLength + longestLineTerminator && text[8] == '-';
 }
 
-/// Which kinds of characters a word holds.
+/// What a text is made of, as far as its first blank.
 struct CharacterClasses {
+    std::size_t scalars = 0;
+    bool blank = false;
     bool lowerCase = false;
     bool upperCase = false;
     bool digit = false;
     bool symbol = false;
 
     explicit CharacterClasses(std::string_view text) {
-        for (std::size_t place = 0; place < text.size();) {
-            const auto scalar = static_cast<UChar32>(utf8::next(text, place));
-            const std::uint32_t category = U_GET_GC_MASK(scalar);
+        for (std::size_t place = 0; place < text.size() && !blank; ++scalars) {
+            const char32_t scalar = utf8::next(text, place);
+            const std::uint32_t category = U_GET_GC_MASK(static_cast<UChar32>(scalar));
+            blank = (category & (U_GC_Z_MASK | U_GC_C_MASK)) != 0 && text::isWhitespaceOrNewline(scalar);
             lowerCase |= (category & U_GC_LL_MASK) != 0;
             upperCase |= (category & (U_GC_LU_MASK | U_GC_LT_MASK)) != 0;
             digit |= (category & U_GC_ND_MASK) != 0;
@@ -181,7 +192,9 @@ struct CharacterClasses {
         }
     }
 
-    int count() const { return lowerCase + upperCase + digit + symbol; }
+    bool areMixed() const {
+        return lowerCase + upperCase + digit + symbol >= 3 && digit && (upperCase || symbol);
+    }
 };
 
 bool isAllNumeric(std::string_view text) {
@@ -255,16 +268,18 @@ bool SensitiveContentDetector::isClearlyPublicIdentifier(std::string_view text) 
 }
 
 bool SensitiveContentDetector::resemblesSecret(std::string_view text) {
-    // Most texts have a blank after their first word, and counting characters is dear.
-    if (text::containsWhitespaceOrNewline(text)) return false;
-    const std::size_t length = text::characterCount(text, longestSecret + 1);
+    // Counting characters is dear, and so are the expressions: few texts come to that.
+    const CharacterClasses classes(text);
+    if (classes.blank || text.empty()) return false;
+    const bool hasTokenPrefix = startsWithAny(lowercasedStart(text), tokenPrefixes);
+    if (!classes.areMixed() && !hasTokenPrefix && !isNumeric(text)) return false;
+    // Of no more scalars there are no more characters, and it is enough to know if they are few.
+    const std::size_t limit = classes.scalars <= longestSecret ? longestCode : longestSecret;
+    const std::size_t length = text::characterCount(text, limit + 1);
     if (length < shortestSecret || length > longestSecret) return false;
     if (isClearlyPublicIdentifier(text)) return false;
-    if (startsWithAny(lowercasedStart(text), tokenPrefixes)) return true;
-    if (isAllNumeric(text)) return length <= longestCode;
-    const CharacterClasses classes(text);
-    return length >= shortestMixedSecret && classes.count() >= 3 && classes.digit &&
-           (classes.upperCase || classes.symbol);
+    if (hasTokenPrefix || (length <= longestCode && isAllNumeric(text))) return true;
+    return length >= shortestMixedSecret && classes.areMixed() && !isAllNumeric(text);
 }
 
 }  // namespace nettlecap

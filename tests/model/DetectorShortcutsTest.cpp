@@ -76,6 +76,22 @@ TEST_F(DetectorShortcutsTest, KnowTheUUIDsThatThePlainExpressionKnows) {
     }
 }
 
+TEST_F(DetectorShortcutsTest, KnowTheSecretsThatThePlainRulesKnow) {
+    static constexpr std::string_view parts[] = {
+        "a",      "b",      "C",    "7",   "42", "é", "É",      "-",      "_",
+        "sk-",    "eyJ",    "①",    "½",   "漢", "/", ".",      "\u01C5", "\u0661",
+        "\u0301", "\u200D", "\xFF", "www", "@",  " ", "\u00A0", "\u200B", "\U0001F600"};
+    int secrets = 0;
+    for (int round = 0; round < 60'000; ++round) {
+        std::string text = draw(parts, 1 + static_cast<int>(random() % 12));
+        if (random() % 8 == 0) text.insert(random() % 2 == 0 ? 0 : text.size(), 246 + random() % 12, 'x');
+        const bool expected = plain::resemblesSecret(text);
+        secrets += expected;
+        ASSERT_EQ(Detector::resemblesSecret(text), expected) << testing::PrintToString(text);
+    }
+    EXPECT_GT(secrets, 3000);
+}
+
 /// Texts that send a careless expression into deep stacks or quadratic time.
 class HugeTextTest : public testing::TestWithParam<std::string_view> {
 protected:

@@ -1,8 +1,14 @@
 #include "model/PlainExpressions.h"
 
 #include "model/SensitiveContentDetector.h"
+#include "model/Text.h"
+#include "model/Utf8.h"
 
 #include <unicode/regex.h>
+#include <unicode/uchar.h>
+
+#include <algorithm>
+#include <array>
 
 #include <stdexcept>
 #include <string>
@@ -22,6 +28,22 @@ bool isFound(const char* pattern, std::string_view text) {
     const bool found = matcher.find(status);
     check(status);
     return found;
+}
+
+bool isAllNumeric(std::string_view text) {
+    while (!text.empty()) {
+        std::size_t place = 0;
+        const auto scalar = static_cast<UChar32>(utf8::next(text, place));
+        if (u_getIntPropertyValue(scalar, UCHAR_NUMERIC_TYPE) == U_NT_NONE) return false;
+        text.remove_prefix(text::firstCharacters(text, 1).size());
+    }
+    return true;
+}
+
+bool holds(std::string_view text, std::uint32_t categories) {
+    for (std::size_t place = 0; place < text.size();)
+        if ((U_GET_GC_MASK(static_cast<UChar32>(utf8::next(text, place))) & categories) != 0) return true;
+    return false;
 }
 
 }  // namespace
@@ -47,6 +69,23 @@ bool isUUID(std::string_view text) {
 
 bool isRepositoryPath(std::string_view text) {
     return isFound("^(?:[a-z0-9._-]{1,100}/){1,6}[a-z0-9._-]{1,100}$", text);
+}
+
+bool resemblesSecret(std::string_view text) {
+    constexpr std::array<std::string_view, 8> prefixes = {"sk-",   "sk_",   "ghp_", "github_pat_",
+                                                          "xoxb-", "xoxp-", "akia", "eyj"};
+    constexpr std::uint32_t capitals = U_GC_LU_MASK | U_GC_LT_MASK;
+    constexpr std::uint32_t symbols = ~(U_GC_L_MASK | U_GC_M_MASK | U_GC_N_MASK);
+    const std::size_t length = text::characterCount(text);
+    if (length < 6 || length > 256 || text::containsWhitespaceOrNewline(text)) return false;
+    if (SensitiveContentDetector::isClearlyPublicIdentifier(text)) return false;
+    const std::string lower = text::lowercased(text);
+    if (std::ranges::any_of(prefixes, [&](auto prefix) { return lower.starts_with(prefix); })) return true;
+    if (isAllNumeric(text)) return length <= 8;
+    const int kinds =
+        holds(text, U_GC_LL_MASK) + holds(text, capitals) + holds(text, U_GC_ND_MASK) + holds(text, symbols);
+    return length >= 8 && kinds >= 3 && holds(text, U_GC_ND_MASK) &&
+           (holds(text, capitals) || holds(text, symbols));
 }
 
 }  // namespace nettlecap::plain

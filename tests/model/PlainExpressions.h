@@ -10,5 +10,6 @@ bool containsValidPaymentCard(std::string_view text);
 bool isEmail(std::string_view text);
 bool isUUID(std::string_view text);
 bool isRepositoryPath(std::string_view text);  ///< wrappers are not taken off
+bool resemblesSecret(std::string_view text);
 
 }  // namespace nettlecap::plain
