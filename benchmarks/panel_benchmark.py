@@ -4,19 +4,19 @@ different on the screen, how long its frames took, as the renderer itself tells,
 processor time the main thread, which draws, took until it rested again. The floor is a step
 that moves the field's caret and changes nothing else."""
 
+import pathlib
 import re
 import shutil
 import statistics
 import time
 
-from outside import Benchmark
+from outside import ROUNDS, Benchmark, note
 from appearance import entry
 from desktop import run, wait_until
 from keyboard import Keyboard
 from Xlib import X
 from Xlib.ext import xtest
 
-ROUNDS = 20
 FRAMES = {"QT_LOGGING_RULES": "qt.scenegraph.time.renderloop.debug=true", "QT_LOGGING_TO_CONSOLE": "1"}
 ENTRIES, PICTURES = 5000, 50
 LINE = "a reunião de terça-feira começa às 15h30, na sala do segundo andar. "
@@ -25,6 +25,7 @@ WHEEL_DOWN = 5
 
 class Panel(Benchmark):
     def measure(self):
+        self.seen = {}
         self.open()
         self.keyboard = Keyboard()
         self.addCleanup(self.keyboard.close)
@@ -39,6 +40,9 @@ class Panel(Benchmark):
         self.steps("one notch of the wheel", self.list, self.turn, floor)
         self.steps("ten notches at once", self.list, lambda: self.turn(10), floor)
         self.steps("a letter in the search field", self.list, self.letter, floor)
+        carets = self.seen["floor: the caret moves"]
+        note("wheel", self.seen["one notch of the wheel"], carets, unit="ms")
+        note("letter", self.seen["a letter in the search field"], carets, unit="ms")
         print(f"memory: {before:.1f} MB before, {self.memory():.1f} MB after", flush=True)
 
     def start(self):
@@ -86,6 +90,7 @@ class Panel(Benchmark):
         slow = sum(frame > 33 for frame in frames)
         print(f"{what:<30}{statistics.median(seconds):9.1f}{len(frames):9}{statistics.median(frames):9.1f}"
               f"{max(frames):9}{slow:9}{middle:12.1f}{ratio}", flush=True)
+        self.seen[what] = seconds
         return middle
 
     def frames(self):
