@@ -10,6 +10,7 @@
 
 #include <fstream>
 #include <gtest/gtest.h>
+#include <random>
 
 namespace nettlecap {
 namespace {
@@ -228,6 +229,27 @@ TEST_F(PackageKitUpdaterTest, SurvivesACancellation) {
     updater.checkForUpdates();
 
     EXPECT_EQ(told(), "Não foi possível buscar atualizações|Operation canceled|");
+}
+
+TEST_F(PackageKitUpdaterTest, SurvivesWhateverTheServiceCallsAPackage) {
+    std::mt19937 chance(20261121);
+    const QString letters = QStringLiteral(";;;;nettlecap0.2:~é\u202e%s<b>/\n ");
+    for (int look = 0; look < 20; ++look) {
+        archive.updates.clear();
+        for (int i = 0; i < 100; ++i) {
+            QString identifier(static_cast<qsizetype>(chance() % 40), QChar(u' '));
+            for (QChar& letter : identifier)
+                letter = letters[static_cast<qsizetype>(chance() % letters.size())];
+            archive.updates << identifier;
+        }
+        updater.checkForUpdates();
+        ASSERT_TRUE(runUntil([this] { return updater.canCheckForUpdates(); }));
+    }
+    archive.updates << QString(newer);
+
+    updater.checkForUpdates();
+
+    EXPECT_TRUE(told().ends_with("Atualização disponível|Nettlecap 0.2.0|"));
 }
 
 TEST_F(PackageKitUpdaterTest, CannotCheckWhileItLooks) {
