@@ -8,7 +8,9 @@ namespace nettlecap {
 
 namespace {
 
-using Digest = std::array<std::uint8_t, SHA256_DIGEST_SIZE>;
+constexpr std::size_t digestSize = SHA256_DIGEST_SIZE;
+
+using Digest = std::array<std::uint8_t, digestSize>;
 
 Digest sha256(std::string_view content) {
     sha256_ctx context;
@@ -24,7 +26,7 @@ Digest sha256(std::string_view content) {
 std::string ClipboardContentFingerprint::fingerprint(std::string_view content, ClipboardContentKind kind) {
     static constexpr std::string_view digits = "0123456789abcdef";
     std::string result(kind == ClipboardContentKind::text ? "text:" : "image:");
-    result.reserve(result.size() + 2 * SHA256_DIGEST_SIZE);
+    result.reserve(result.size() + 2 * digestSize);
     for (const unsigned char byte : sha256(content)) {
         result += digits[byte >> 4U];
         result += digits[byte & 0xFU];
