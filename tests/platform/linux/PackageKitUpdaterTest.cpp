@@ -233,13 +233,15 @@ TEST_F(PackageKitUpdaterTest, SurvivesACancellation) {
 
 TEST_F(PackageKitUpdaterTest, SurvivesWhateverTheServiceCallsAPackage) {
     std::mt19937 chance(20261121);
+    const auto below = [&](qsizetype end) {
+        return std::uniform_int_distribution(qsizetype{0}, end - 1)(chance);
+    };
     const QString letters = QStringLiteral(";;;;nettlecap0.2:~é\u202e%s<b>/\n ");
     for (int look = 0; look < 20; ++look) {
         archive.updates.clear();
         for (int i = 0; i < 100; ++i) {
-            QString identifier(static_cast<qsizetype>(chance() % 40), QChar(u' '));
-            for (QChar& letter : identifier)
-                letter = letters[static_cast<qsizetype>(chance() % letters.size())];
+            QString identifier(below(40), QChar(u' '));
+            for (QChar& letter : identifier) letter = letters[below(letters.size())];
             archive.updates << identifier;
         }
         updater.checkForUpdates();
