@@ -52,7 +52,8 @@ Bytes gif() {
         "GIF89a" + littleEndian(width, 2) + littleEndian(height, 2) + "\xF6" + std::string(2, '\0');
     for (int colour = 0; colour < 128; ++colour)
         bytes += littleEndian(static_cast<std::size_t>(colour) * 0x020304U, 3);
-    bytes += "," + std::string(4, '\0') + littleEndian(width, 2) + littleEndian(height, 2) + '\0' + '\7';
+    bytes += ",";
+    bytes += std::string(4, '\0') + littleEndian(width, 2) + littleEndian(height, 2) + '\0' + '\7';
     for (std::size_t start = 0; start < codes.size(); start += 255) {
         const auto block = codes.substr(start, 255);
         bytes += littleEndian(block.size(), 1) + block;
