@@ -118,12 +118,6 @@ bool isWhitespaceOrNewline(char32_t scalar) {
            u_charType(static_cast<UChar32>(scalar)) == U_SPACE_SEPARATOR;
 }
 
-bool containsWhitespaceOrNewline(std::string_view text) {
-    for (std::size_t place = 0; place < text.size();)
-        if (isWhitespaceOrNewline(utf8::next(text, place))) return true;
-    return false;
-}
-
 std::string_view trimmed(std::string_view text) {
     std::size_t start = 0;
     for (std::size_t next = 0; next < text.size(); start = next)

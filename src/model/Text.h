@@ -10,7 +10,6 @@ namespace nettlecap::text {
 
 /// Space separators (Zs), U+0009 to U+000D, U+0085, U+2028, U+2029 and U+200B.
 bool isWhitespaceOrNewline(char32_t scalar);
-bool containsWhitespaceOrNewline(std::string_view text);
 
 /// Without whitespace and newlines at both ends, by Unicode scalar; a view into `text`.
 std::string_view trimmed(std::string_view text);

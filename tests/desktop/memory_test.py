@@ -11,6 +11,7 @@ from hot_keys import SEARCH
 from keyboard import Keyboard
 from panel import SETTINGS
 
+SHEET = "Nova mensagem salva"
 ROUNDS = int(os.environ.get("NETTLECAP_PANEL_ROUNDS", "100"))
 ENTRIES = [
     {
@@ -46,6 +47,10 @@ class MemoryTest(DesktopTest):
         click(*self.gear)
         self.wait_for_title(SETTINGS)
         self.back = self.place_of("Voltar ao histórico")
+        click(*self.back)
+        self.wait_for_title("Nettlecap")
+        self.keyboard.tap("Right")
+        self.add = self.place_of("Adicionar")
         self.program.stop()
 
     def place_of(self, button):
@@ -55,12 +60,23 @@ class MemoryTest(DesktopTest):
     def wait_for_title(self, title):
         wait_until(lambda: self.screen.window("Nettlecap", title), f"the panel is called {title!r}")
 
+    def use_sheet(self, panel):
+        """As wide as it is, it is a window of its own each time."""
+        self.keyboard.tap("Right")
+        click(*self.add)
+        self.wait_for_title(SHEET)
+        self.keyboard.tap("x", "Escape")
+        wait_until(lambda: not self.screen.window("Nettlecap", SHEET), "the sheet is gone")
+        wait_until(lambda: self.screen.focus() == panel.id, "the panel has the keyboard again")
+        self.keyboard.tap("Left")
+
     def use_panel(self, rounds):
         """Everything that it can show, again and again."""
         for _ in range(rounds):
             self.keyboard.chord(*SEARCH)
             panel = self.program.wait_for_panel()
             wait_until(lambda: self.screen.focus() == panel.id, "the panel has the keyboard")
+            self.use_sheet(panel)
             self.keyboard.tap(*"linha", "Down", "Down", "Up", "Right", "Left")
             click(*self.gear)
             self.wait_for_title(SETTINGS)

@@ -46,6 +46,12 @@ bool holds(std::string_view text, std::uint32_t categories) {
     return false;
 }
 
+bool hasBlank(std::string_view text) {
+    for (std::size_t place = 0; place < text.size();)
+        if (text::isWhitespaceOrNewline(utf8::next(text, place))) return true;
+    return false;
+}
+
 }  // namespace
 
 bool containsValidPaymentCard(std::string_view text) {
@@ -77,7 +83,7 @@ bool resemblesSecret(std::string_view text) {
     constexpr std::uint32_t capitals = U_GC_LU_MASK | U_GC_LT_MASK;
     constexpr std::uint32_t symbols = ~(U_GC_L_MASK | U_GC_M_MASK | U_GC_N_MASK);
     const std::size_t length = text::characterCount(text);
-    if (length < 6 || length > 256 || text::containsWhitespaceOrNewline(text)) return false;
+    if (length < 6 || length > 256 || hasBlank(text)) return false;
     if (SensitiveContentDetector::isClearlyPublicIdentifier(text)) return false;
     const std::string lower = text::lowercased(text);
     if (std::ranges::any_of(prefixes, [&](auto prefix) { return lower.starts_with(prefix); })) return true;

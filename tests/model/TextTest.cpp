@@ -25,14 +25,6 @@ TEST(TextWhitespaceTest, LeavesOutSeparatorControlsAndInvisibles) {
         EXPECT_FALSE(isWhitespaceOrNewline(scalar)) << std::hex << static_cast<std::uint32_t>(scalar);
 }
 
-TEST(TextWhitespaceTest, IsFoundAnywhereInAText) {
-    EXPECT_TRUE(containsWhitespaceOrNewline("a b"));
-    EXPECT_TRUE(containsWhitespaceOrNewline("a\u200Bb"));
-    EXPECT_TRUE(containsWhitespaceOrNewline("ab\n"));
-    EXPECT_FALSE(containsWhitespaceOrNewline("ação\u001F\uFEFF"));
-    EXPECT_FALSE(containsWhitespaceOrNewline(""));
-}
-
 TEST(TextTrimmedTest, TakesWhitespaceOffBothEndsOnly) {
     EXPECT_EQ(trimmed(" \t\r\n a b \u3000\u2028"), "a b");
     EXPECT_EQ(trimmed("\u200B\u00A0á\u0085"), "á");

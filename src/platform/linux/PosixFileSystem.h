@@ -7,8 +7,8 @@
 namespace nettlecap {
 
 /// Nothing is written or removed in a folder whose place a symbolic link of another user has
-/// taken, or one that leads to another user's folder. Temporary files are named ".nettlecap-" and a number;
-/// whoever calls removeLeftovers must be the only process that writes in the folder.
+/// taken, or one that leads to another user's folder. Temporary files are named ".nettlecap-"
+/// and a number; whoever calls removeLeftovers must be the only process that writes in the folder.
 class PosixFileSystem final : public FileSystem {
 public:
     /// Flushes the folders that got a new one, too. Of a folder that exists already, the
