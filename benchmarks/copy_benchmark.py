@@ -4,7 +4,6 @@ been replaced, after it was flushed. The floor, in turns with it, writes the sam
 same disk just as safely."""
 
 import os
-import statistics
 import time
 
 from outside import ROUNDS, Benchmark, note
@@ -61,10 +60,6 @@ class Copy(Benchmark):
         took = time.monotonic() - since
         os.close(directory)
         return took * 1000
-
-    @staticmethod
-    def report(what, times):
-        print(f"{what:<48}{min(times):9.1f}{statistics.median(times):9.1f}{max(times):9.1f}", flush=True)
 
 
 print(f"{'ms':<48}{'least':>9}{'median':>9}{'most':>9}")

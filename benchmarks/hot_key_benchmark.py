@@ -126,12 +126,7 @@ class HotKeys(Benchmark):
         self.copy(f"por cima da figura {name}")
         return path
 
-    def report(self, what, times, to_reach=None):
-        quick, middle, slow = min(times), statistics.median(times), max(times)
-        goal = f"{to_reach:9.1f}" if to_reach else ""
-        print(f"{what:<42}{quick:9.1f}{middle:9.1f}{slow:9.1f}{goal}", flush=True)
 
-
-print(f"{'ms':<42}{'least':>9}{'median':>9}{'most':>9}{'to reach':>9}")
+print(f"{'ms':<48}{'least':>9}{'median':>9}{'most':>9}{'to reach':>9}")
 with HotKeys() as benchmark:
     benchmark.measure()

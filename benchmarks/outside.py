@@ -30,6 +30,12 @@ class Benchmark(contextlib.ExitStack, Desktop):
         stored.write_text(json.dumps({"maxHistoryItems": len(entries), **preferences}))
         return program
 
+    @staticmethod
+    def report(what, values, last=None):
+        """A line of a table: the least, the median and the most, and what there is besides."""
+        numbers = (min(values), statistics.median(values), max(values), *(() if last is None else (last,)))
+        print(f"{what:<48}" + "".join(f"{number:9.2f}" for number in numbers), flush=True)
+
 
 def note(key, values, floors=(), **more):
     """For the table of scripts/bench, when it is who asks: medians and the least of both."""

@@ -5,7 +5,6 @@ beside an empty Qt Quick program that has shown a window and closed it."""
 import os
 import pathlib
 import re
-import statistics
 import subprocess
 import time
 
@@ -163,10 +162,6 @@ class Rest(Benchmark):
         for number in range(SMALLEST_HISTORY):
             self.offer(f"{word} {number}")
             self.program.wait_for_text(f"{word} {number}")
-
-    @staticmethod
-    def report(what, values):
-        print(f"{what:<48}{min(values):9.2f}{statistics.median(values):9.2f}{max(values):9.2f}", flush=True)
 
 
 print(f"{'':<48}{'least':>9}{'median':>9}{'most':>9}")
