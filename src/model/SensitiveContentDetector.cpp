@@ -1,6 +1,6 @@
 #include "model/SensitiveContentDetector.h"
 
-#include "model/Expression.h"
+#include "model/PublicIdentifiers.h"
 #include "model/Text.h"
 #include "model/Utf8.h"
 
@@ -20,32 +20,11 @@ constexpr std::size_t shortestSecret = 6;
 constexpr std::size_t longestSecret = 256;
 constexpr std::size_t shortestMixedSecret = 8;
 constexpr std::size_t longestCode = 8;
-constexpr std::ptrdiff_t mostPathSlashes = 6;
-constexpr std::size_t uuidLength = 36;
-constexpr std::size_t longestLineTerminator = 3;  // U+2028; `$` matches before one that ends the text
 
 constexpr std::array<std::string_view, 4> addressPrefixes = {"http://", "https://", "www.", "file://"};
 constexpr std::array<std::string_view, 8> tokenPrefixes = {"sk-",   "sk_",   "ghp_", "github_pat_",
                                                            "xoxb-", "xoxp-", "akia", "eyj"};
 constexpr std::string_view wrappers = "*`'\"()[]{}<>,;:!?";
-
-const Expression& emailPattern() {
-    static const Expression pattern(R"(^[^\s@]+@[^\s@]+\.[^\s@]+$)", Expression::Case::insensitive);
-    return pattern;
-}
-
-const Expression& uuidPattern() {
-    static const Expression pattern(
-        "^[0-9a-f]{8}-[0-9a-f]{4}-[1-5][0-9a-f]{3}-[89ab][0-9a-f]{3}-[0-9a-f]{12}$",
-        Expression::Case::insensitive);
-    return pattern;
-}
-
-const Expression& repositoryPathPattern() {
-    static const Expression pattern("^(?:[a-z0-9._-]{1,100}/){1,6}[a-z0-9._-]{1,100}$",
-                                    Expression::Case::insensitive);
-    return pattern;
-}
 
 bool isDecimalDigit(char32_t scalar) {
     if (scalar < 0x80) return scalar >= '0' && scalar <= '9';
@@ -117,15 +96,17 @@ struct DigitRun {
     std::size_t start = 0;
     std::size_t end = 0;
     std::size_t digits = 0;
+    bool isOneGroup = true;  ///< no separator in it
 
     void add(std::size_t digitStart, std::size_t digitEnd) {
+        isOneGroup = isOneGroup && (digits == 0 || digitStart == end);
         if (digits++ == 0) start = digitStart;
         end = digitEnd;
     }
     bool canGoOnBehind(std::size_t separatorStart) const { return digits > 0 && end == separatorStart; }
 
     bool holdsCardNumber(std::string_view text) const {
-        if (digits < fewestCardDigits) return false;
+        if (digits < fewestCardDigits || (isOneGroup && digits > mostCardDigits)) return false;
         const std::string_view run = text.substr(start, end - start);
         for (std::size_t place = 0; place < run.size();) {
             const auto match = endOfMatch(run, place);
@@ -153,22 +134,6 @@ std::string_view unwrapped(std::string_view text) {
     const auto start = text.find_first_not_of(wrappers);
     if (start == std::string_view::npos) return {};
     return text.substr(start, text.find_last_not_of(wrappers) - start + 1);
-}
-
-/// Texts that the expression would take long to refuse never reach it: between its blanks
-/// and its at-signs it tries every full stop anew.
-bool resemblesEmail(std::string_view text) {
-    const auto sign = text.find('@');
-    if (sign == std::string_view::npos || text.find('@', sign + 1) != std::string_view::npos) return false;
-    for (std::size_t place = 0; place < text.size();) {
-        const bool mayEndTheText = place + longestLineTerminator >= text.size();
-        if (u_isUWhiteSpace(static_cast<UChar32>(utf8::next(text, place))) && !mayEndTheText) return false;
-    }
-    return true;
-}
-
-bool resemblesUUID(std::string_view text) {
-    return text.size() >= uuidLength && text.size() <= uuidLength + longestLineTerminator && text[8] == '-';
 }
 
 /// What a text is made of, as far as its first blank.
@@ -260,11 +225,8 @@ bool SensitiveContentDetector::passesLuhn(std::string_view digits) {
 
 bool SensitiveContentDetector::isClearlyPublicIdentifier(std::string_view text) {
     if (startsWithAny(lowercasedStart(text), addressPrefixes)) return true;
-    if (resemblesEmail(text) && emailPattern().isFoundIn(text)) return true;
-    if (resemblesUUID(text) && uuidPattern().isFoundIn(text)) return true;
-    const std::string_view path = unwrapped(text);
-    const auto slashes = std::ranges::count(path, '/');
-    return slashes >= 1 && slashes <= mostPathSlashes && repositoryPathPattern().isFoundIn(path);
+    return identifiers::isEmail(text) || identifiers::isUUID(text) ||
+           identifiers::isRepositoryPath(unwrapped(text));
 }
 
 bool SensitiveContentDetector::resemblesSecret(std::string_view text) {

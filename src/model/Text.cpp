@@ -55,18 +55,29 @@ std::string withLineFeedsOnly(std::string_view text) {
     return result;
 }
 
+int clusterBreakOf(char32_t scalar) {
+    return u_getIntPropertyValue(static_cast<UChar32>(scalar), UCHAR_GRAPHEME_CLUSTER_BREAK);
+}
+
+bool mayJoinWhatIsBefore(char32_t scalar) {  // but for the LF of a CR LF
+    const int kind = clusterBreakOf(scalar);
+    return kind != U_GCB_OTHER && kind != U_GCB_CONTROL && kind != U_GCB_CR && kind != U_GCB_LF;
+}
+
 /// Walks `count` characters from the start, or to the end. Where each byte and the next are
-/// ASCII, the characters are the bytes, but for CR LF; the rest is asked of ICU.
+/// ASCII, the characters are the bytes, but for CR LF. Where no scalar can join its neighbour, they
+/// are the scalars. From where that ends, ICU is asked for the rest.
 class CharacterWalk {
 public:
     CharacterWalk(std::string_view text, std::size_t count) : text_(text) {
         while (characters_ < count && end_ < text.size()) {
-            if (!utf8::isASCII(text[end_]) || !nextIsASCII()) {
+            if (utf8::isASCII(text[end_]) && nextIsASCII()) {
+                end_ += text.substr(end_, 2) == "\r\n" ? 2 : 1;
+                ++characters_;
+            } else if (!walkOverScalar()) {
                 walkWithBreakIterator(count);
                 return;
             }
-            end_ += text.substr(end_, 2) == "\r\n" ? 2 : 1;
-            ++characters_;
         }
     }
 
@@ -75,6 +86,21 @@ public:
 
 private:
     bool nextIsASCII() const { return end_ + 1 == text_.size() || utf8::isASCII(text_[end_ + 1]); }
+
+    /// False: it may join the next one.
+    bool walkOverScalar() {
+        std::size_t end = end_;
+        const char32_t scalar = utf8::next(text_, end);
+        if (scalar == utf8::replacement || clusterBreakOf(scalar) == U_GCB_PREPEND) return false;
+        if (end < text_.size()) {
+            std::size_t behindNext = end;
+            const char32_t next = utf8::next(text_, behindNext);
+            if (next == utf8::replacement || mayJoinWhatIsBefore(next)) return false;
+        }
+        end_ = end;
+        ++characters_;
+        return true;
+    }
 
     void walkWithBreakIterator(std::size_t count) {
         const std::string_view rest = text_.substr(end_);

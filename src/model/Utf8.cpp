@@ -8,7 +8,6 @@ namespace nettlecap::utf8 {
 
 namespace {
 
-constexpr char32_t replacement = 0xFFFD;
 constexpr std::string_view replacementBytes = "\xEF\xBF\xBD";
 constexpr std::size_t longestSequence = 4;
 
@@ -83,6 +82,19 @@ std::string wellFormed(std::string_view text) {
 }
 
 char32_t nextBeyondASCII(std::string_view text, std::size_t& place) {
+    // Nearly every letter beyond ASCII: these leads leave nothing to check but the trails.
+    const std::uint32_t lead = bits(text[place]);
+    const std::size_t left = text.size() - place;
+    if (lead >= 0xC2 && lead <= 0xDF && left >= 2 && isTrail(text[place + 1])) {
+        const std::uint32_t trail = bits(text[place + 1]) & 0x3FU;
+        place += 2;
+        return (lead & 0x1FU) << 6U | trail;
+    }
+    if (lead >= 0xE1 && lead <= 0xEC && left >= 3 && isTrail(text[place + 1]) && isTrail(text[place + 2])) {
+        const std::uint32_t trails = (bits(text[place + 1]) & 0x3FU) << 6U | (bits(text[place + 2]) & 0x3FU);
+        place += 3;
+        return (lead & 0x0FU) << 12U | trails;
+    }
     const Sequence sequence = sequenceAt(text, place);
     place += sequence.length == 0 ? 1 : sequence.length;
     return sequence.length == 0 ? replacement : sequence.scalar;

@@ -7,6 +7,8 @@
 /// Steps through UTF-8 scalar by scalar. Each byte that is part of no scalar reads as U+FFFD.
 namespace nettlecap::utf8 {
 
+constexpr char32_t replacement = 0xFFFD;
+
 inline bool isASCII(char byte) { return static_cast<unsigned char>(byte) < 0x80; }
 
 bool isASCII(std::string_view text);

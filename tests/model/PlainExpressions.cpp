@@ -4,12 +4,13 @@
 #include "model/Text.h"
 #include "model/Utf8.h"
 
+#include <unicode/brkiter.h>
 #include <unicode/regex.h>
 #include <unicode/uchar.h>
 
 #include <algorithm>
 #include <array>
-
+#include <memory>
 #include <stdexcept>
 #include <string>
 
@@ -65,6 +66,21 @@ bool containsValidPaymentCard(std::string_view text) {
     }
     check(status);
     return false;
+}
+
+std::vector<std::size_t> characterEnds(std::string_view text) {
+    UErrorCode status = U_ZERO_ERROR;
+    UText input = UTEXT_INITIALIZER;
+    utext_openUTF8(&input, text.data(), static_cast<std::int64_t>(text.size()), &status);
+    const std::unique_ptr<icu::BreakIterator> characters(
+        icu::BreakIterator::createCharacterInstance(icu::Locale::getRoot(), status));
+    characters->setText(&input, status);
+    check(status);
+    std::vector<std::size_t> ends;
+    for (std::int32_t end = characters->next(); end != icu::BreakIterator::DONE; end = characters->next())
+        ends.push_back(static_cast<std::size_t>(end));
+    utext_close(&input);
+    return ends;
 }
 
 bool isEmail(std::string_view text) { return isFound(R"(^[^\s@]+@[^\s@]+\.[^\s@]+$)", text); }

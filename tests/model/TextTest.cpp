@@ -1,5 +1,7 @@
 #include "model/Text.h"
 
+#include "model/PlainExpressions.h"
+
 #include <gtest/gtest.h>
 
 #include <random>
@@ -113,6 +115,24 @@ TEST(TextCharacterCountTest, StopsAtItsLimit) {
     EXPECT_EQ(characterCount("ab", 3), 2U);
     EXPECT_EQ(characterCount("ábcdef", 3), 3U);
     EXPECT_EQ(characterCount("ábcdef", 0), 0U);
+}
+
+TEST(TextFirstCharactersTest, CutsWhereALookAtTheWholeTextCuts) {
+    static constexpr std::string_view parts[] = {
+        "a",      "é",      "ж",      "漢",     " ",          "\r",         "\n",         "\r\n",
+        "\u00AD", "\u200B", "\u0301", "\u200D", "\u0600",     "\u0903",     "\u0E33",     "\u0915",
+        "\u094D", "\u1100", "\u1161", "\u11A8", "\uAC00",     "\uAC01",     "❤",          "\uFE0F",
+        "\u0661", "\uFFFD", "\xFF",   "\xE2",   "\U0001F468", "\U0001F1E7", "\U0001F3FB", "\U000110BD"};
+    std::mt19937 random(11);
+    for (int round = 0; round < 20'000; ++round) {
+        std::string text;
+        for (std::size_t count = random() % 10; count > 0; --count)
+            text += parts[random() % std::size(parts)];
+        const std::vector<std::size_t> ends = plain::characterEnds(text);
+        ASSERT_EQ(characterCount(text), ends.size()) << testing::PrintToString(text);
+        for (std::size_t count = 1; count <= ends.size(); ++count)
+            ASSERT_EQ(firstCharacters(text, count).size(), ends[count - 1]) << testing::PrintToString(text);
+    }
 }
 
 TEST(TextFirstCharactersTest, CutsBetweenCharacters) {

@@ -32,6 +32,30 @@ TEST(Utf8Test, ReadsBrokenBytesAsReplacementCharacters) {
     EXPECT_EQ(backwards("\x80\x80\x80\x80\x80"), std::u32string(5, U'\uFFFD'));
 }
 
+/// The bytes of RFC 3629's table.
+std::string encoded(char32_t scalar) {
+    const auto byte = [](char32_t value) { return static_cast<char>(value); };
+    const auto trail = [&](unsigned shift) { return byte(0x80 | (scalar >> shift & 0x3F)); };
+    if (scalar < 0x80) return {byte(scalar)};
+    if (scalar < 0x800) return {byte(0xC0 | scalar >> 6), trail(0)};
+    if (scalar < 0x10000) return {byte(0xE0 | scalar >> 12), trail(6), trail(0)};
+    return {byte(0xF0 | scalar >> 18), trail(12), trail(6), trail(0)};
+}
+
+TEST(Utf8Test, ReadsEveryScalarAndNothingElse) {
+    for (char32_t scalar = 0; scalar <= 0x110000; ++scalar) {
+        const std::string bytes = encoded(scalar);
+        const bool exists = scalar <= 0x10FFFF && (scalar < 0xD800 || scalar > 0xDFFF);
+        const std::u32string broken(bytes.size(), U'\uFFFD');
+        ASSERT_EQ(forwards(bytes), exists ? std::u32string(1, scalar) : broken) << std::uint32_t(scalar);
+        if (bytes.size() == 1 || !exists) continue;
+        const std::string cut = bytes.substr(0, bytes.size() - 1);
+        ASSERT_EQ(forwards(cut), broken.substr(1));
+        ASSERT_EQ(forwards(cut + 'a'), broken.substr(1) + U'a');
+        ASSERT_EQ(forwards(cut + "\xC3\xA9"), broken.substr(1) + U'é');
+    }
+}
+
 TEST(Utf8Test, TellsWhatIsWellFormed) {
     EXPECT_TRUE(isWellFormed(""));
     EXPECT_TRUE(isWellFormed("doze letras: ação \U0001F468"));
