@@ -22,7 +22,6 @@ StoredEntries entriesOf(const HistoryShape& shape) {
     for (ClipboardEntry& entry : sampleHistory(shape).entries) {
         if (++number % 100 == 0 && entry.text) *entry.text += found;
         entries.emplace_back(std::move(entry));
-        static_cast<void>(entries.back().folded(true));
     }
     return entries;
 }
@@ -48,9 +47,10 @@ std::size_t pass(std::string_view all, std::string_view query) {
 void search(benchmark::State& state, bool toRows) {
     const StoredEntries entries = entriesOf(shapeOf(state));
     std::string all;
-    for (const StoredEntry& entry : entries) all += entry.folded(true);
+    for (const StoredEntry& entry : entries) all += text::folded(entry->searchableText(true));
     HistoryFilter filter;
     filter.setEntries(entries);
+    for (const StoredEntry& entry : entries) filter.fold(entry, true);
     const std::string query = text::folded(found);
     const FoldedQuery typed(found);
     RowList rows([](const RowKey&) -> std::unique_ptr<QObject> { std::abort(); });

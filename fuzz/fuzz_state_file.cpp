@@ -1,4 +1,5 @@
 #include "model/ClipboardStore.h"
+#include "model/Text.h"
 #include "platform/fake/FakeFileSystem.h"
 #include "platform/fake/FakeIdentifiers.h"
 #include "platform/fake/FakeTime.h"
@@ -45,7 +46,7 @@ void useUp(ClipboardStore& store) {
     if (!store.entries()->empty()) store.toggleFavorite(*store.entries()->back());
     for (const StoredEntry& entry : StoredEntries(*store.entries())) {
         static_cast<void>(entry->maskedDescription());
-        static_cast<void>(entry.folded(true));
+        static_cast<void>(text::folded(entry->searchableText(true)));
         static_cast<void>(store.imageFile(*entry));
     }
     store.captureImage(Bytes("png"), std::nullopt, {0});

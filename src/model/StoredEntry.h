@@ -15,13 +15,22 @@ public:
     const ClipboardEntry& operator*() const;
     const ClipboardEntry* operator->() const;
 
-    std::string_view encoded() const;                                ///< its JSON object
-    std::string_view folded(bool protectingSensitiveContent) const;  ///< its searchable text, folded
+    std::string_view encoded() const;  ///< its JSON object
     bool isSameRecord(const StoredEntry& other) const { return data_ == other.data_; }
 
     friend bool operator==(const StoredEntry& a, const StoredEntry& b) {
         return a.isSameRecord(b) || *a == *b;
     }
+
+    /// For what is kept by record and not by value.
+    struct RecordHash {
+        std::size_t operator()(const StoredEntry& entry) const {
+            return std::hash<const void*>()(entry.data_.get());
+        }
+    };
+    struct SameRecord {
+        bool operator()(const StoredEntry& a, const StoredEntry& b) const { return a.isSameRecord(b); }
+    };
 
 private:
     struct Data;

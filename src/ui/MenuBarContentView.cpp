@@ -24,7 +24,8 @@ std::optional<std::size_t> indexOf(const StoredEntries& entries, const Uuid& id)
 
 MenuBarContentView::MenuBarContentView(AppModel& app, Ports ports)
     : app_(app), ports_(std::move(ports)),
-      searchWarmUp_(ports_.scheduler, [this](const StoredEntry& entry) { entry.folded(isProtecting_); }),
+      searchWarmUp_(ports_.scheduler,
+                    [this](const StoredEntry& entry) { historyFilter_.fold(entry, isProtecting_); }),
       searchField_({.moveDown = [this] { return moveCurrentSelection(1); },
                     .moveUp = [this] { return moveCurrentSelection(-1); },
                     .moveLeft = [this] { show(MainSection::history); },

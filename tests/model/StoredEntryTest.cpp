@@ -2,7 +2,6 @@
 
 #include "model/HistoryDocument.h"
 #include "model/Records.h"
-#include "model/Text.h"
 
 namespace nettlecap {
 namespace {
@@ -20,23 +19,6 @@ TEST(StoredEntryTest, EncodesItselfAsTheDocumentDoes) {
 
     EXPECT_EQ(entry.encoded(), HistoryDocument::encode(*entry));
     EXPECT_EQ(entry.encoded().data(), entry.encoded().data());
-}
-
-TEST(StoredEntryTest, FoldsWhatSearchLooksIn) {
-    const StoredEntry entry(textEntry(1, "OLÁ", 5));
-
-    EXPECT_EQ(entry.folded(false), "olá notas");
-    EXPECT_EQ(entry.folded(true), "olá notas");
-    EXPECT_EQ(entry.folded(true).data(), entry.folded(false).data());
-}
-
-TEST(StoredEntryTest, FoldsNoSensitiveTextWhileProtected) {
-    ClipboardEntry record = textEntry(1, "482913", 5);
-    record.sensitiveKind = SensitiveContentKind::secret;
-    const StoredEntry entry(record);
-
-    EXPECT_EQ(entry.folded(true), "notas");
-    EXPECT_EQ(entry.folded(false), "482913 notas");
 }
 
 TEST(StoredEntryTest, IsTheSameRecordAsItsCopiesAlone) {

@@ -1,6 +1,10 @@
 #include "ui/HistoryFilter.h"
 
+#include "model/Text.h"
+
 #include <gtest/gtest.h>
+
+#include <random>
 
 namespace nettlecap {
 namespace {
@@ -60,6 +64,47 @@ TEST_F(HistoryFilterTest, DoesNotFindASensitiveTextWhileItIsProtected) {
     EXPECT_EQ(matching("segredo", true), Texts());
     EXPECT_EQ(matching("segredo", false), (Texts{"segredo"}));
     EXPECT_EQ(matching("cofre", true), (Texts{"segredo"}));
+}
+
+TEST_F(HistoryFilterTest, FindsWhatIsListedNowWhateverWasListedBefore) {
+    std::mt19937 random(7);
+    StoredEntries entries;
+    for (std::uint64_t number = 1; number < 1500; ++number) {
+        const std::size_t place = random() % (entries.size() + 1);
+        const bool isSensitive = random() % 4 == 0;
+        if (entries.size() > 40) entries.erase(entries.begin() + static_cast<std::ptrdiff_t>(random() % 40));
+        const ClipboardEntry entry{.id = {.high = 1, .low = number},
+                                   .text = "Texto " + std::to_string(random() % 30),
+                                   .sourceApplication = "Notas",
+                                   .isFavorite = random() % 5 == 0,
+                                   .sensitiveKind = isSensitive ? std::optional(SensitiveContentKind::secret)
+                                                                : std::nullopt};
+        entries.emplace(entries.begin() + static_cast<std::ptrdiff_t>(std::min(place, entries.size())),
+                        entry);
+        if (random() % 3 == 0) filter.fold(entries[random() % entries.size()], random() % 2 == 0);
+        filter.setEntries(entries);
+        const bool protects = random() % 8 != 0;
+        const FoldedQuery query("TEXTO " + std::to_string(random() % 30));
+
+        std::vector<std::uint64_t> expected;
+        for (const bool favorites : {true, false})
+            for (const StoredEntry& candidate : entries)
+                if (candidate->isFavorite == favorites &&
+                    query.isIn(text::folded(candidate->searchableText(protects))))
+                    expected.push_back(candidate->id.low);
+        std::vector<std::uint64_t> found;
+        for (const StoredEntry& match : filter.matching(query, protects)) found.push_back(match->id.low);
+        ASSERT_EQ(found, expected) << number;
+    }
+}
+
+TEST_F(HistoryFilterTest, WhatWasFoldedAheadIsFoundAsAnythingElse) {
+    const StoredEntry entry({.text = "Olá", .sourceApplication = "Notas"});
+    filter.setEntries({entry});
+    filter.fold(entry, true);
+    filter.fold(StoredEntry({.text = "Olá de ninguém"}), true);
+
+    EXPECT_EQ(matching("OLÁ"), (Texts{"Olá"}));
 }
 
 }  // namespace
