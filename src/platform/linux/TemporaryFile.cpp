@@ -68,18 +68,24 @@ TemporaryFile::~TemporaryFile() {
     if (!path_.empty()) ::unlink(path_.c_str());
 }
 
-// Thousands of small pieces go out in a few calls; what is large anyway is not copied first.
+// Thousands of small pieces go out in a few calls; what is large anyway is not copied first. The
+// disk begins with each part while the next is gathered; whether it succeeded, flush() tells.
 Result<Done> TemporaryFile::write(std::span<const std::string_view> pieces) {
+    const auto writePart = [&](std::string_view part) {
+        auto done = writeAll(file_.number(), part);
+        (void)::sync_file_range(file_.number(), 0, 0, SYNC_FILE_RANGE_WRITE);
+        return done;
+    };
     std::string gathered;
     gathered.reserve(gatherSize);
     for (const std::string_view piece : pieces) {
         if (gathered.size() + piece.size() > gatherSize) {
-            if (auto done = writeAll(file_.number(), gathered); !done) return done;
+            if (auto done = writePart(gathered); !done) return done;
             gathered.clear();
         }
         if (piece.size() < gatherSize)
             gathered += piece;
-        else if (auto done = writeAll(file_.number(), piece); !done)
+        else if (auto done = writePart(piece); !done)
             return done;
     }
     return writeAll(file_.number(), gathered);
