@@ -1,6 +1,7 @@
 #include "ui/qml/HistoryPictures.h"
 #include "platform/linux/ChildProcess.h"
 #include "platform/linux/HostilePictures.h"
+#include "platform/linux/PictureBytes.h"
 #include "ui/ClipboardEntryRow.h"
 #include "ui/HistoryOnFakes.h"
 #include "ui/PrintQt.h"
@@ -28,6 +29,11 @@ protected:
         QImage picture(size, QImage::Format_RGB32);
         picture.fill(color);
         ASSERT_TRUE(picture.save(path, "PNG"));
+    }
+    void write(const QString& path, const std::string& bytes) {
+        QFile file(path);
+        ASSERT_TRUE(file.open(QIODevice::WriteOnly));
+        file.write(bytes.data(), static_cast<qint64>(bytes.size()));
     }
     QImage thumbnail(const QString& name) {
         return HistoryPictures(folder.toStdString(), HistoryPictures::Use::tile).picture(name, side);
@@ -113,6 +119,53 @@ TEST_F(HistoryPicturesTest, GivesNothingForAPictureOfAbsurdSize) {
 
     EXPECT_FALSE(thumbnail("grande.png").isNull());
     EXPECT_TRUE(thumbnail("enorme.png").isNull());
+}
+
+/// All zeros. The last byte of the header is whether it is interlaced.
+std::string blackPng(QSize size, const std::string& header, std::size_t packedSize) {
+    return "\x89PNG\r\n\x1a\n" +
+           picture::pngChunk("IHDR" + picture::bigEndian(static_cast<std::size_t>(size.width())) +
+                             picture::bigEndian(static_cast<std::size_t>(size.height())) + header) +
+           picture::pngChunk("IDAT" + picture::deflatedZeros(packedSize)) + picture::pngChunk("IEND");
+}
+
+TEST_F(HistoryPicturesTest, GivesNothingForAPictureOfDeepColoursOfHalfTheAbsurdSize) {
+    const std::string deep("\x10\4\0\0\0", 5);  // grey and alpha
+    for (const int height : {4096, 4097}) {
+        const QSize size(8192, height);
+        const auto packedSize = static_cast<std::size_t>(height) * (8192 * 4 + 1);
+        write(folder + "/funda.png", blackPng(size, deep, packedSize));
+
+        EXPECT_EQ(thumbnail("funda.png").isNull(), height > 4096);
+    }
+}
+
+TEST_F(HistoryPicturesTest, ShowsAnInterlacedPicture) {
+    constexpr std::size_t rowsOfAllPasses = 120;
+    const std::string interlaced("\x08\0\0\0\1", 5);
+    write(folder + "/trama.png", blackPng({64, 64}, interlaced, 64 * 64 + rowsOfAllPasses));
+
+    EXPECT_EQ(thumbnail("trama.png").pixelColor(19, 19), QColor(Qt::black));
+}
+
+TEST_F(HistoryPicturesTest, GivesNothingForAPictureThatBreaksOff) {
+    save(folder + "/gato.png", {100, 100});
+    QFile file(folder + "/gato.png");
+
+    EXPECT_FALSE(thumbnail("gato.png").isNull());
+    ASSERT_TRUE(file.resize(file.size() - 20));
+    EXPECT_TRUE(thumbnail("gato.png").isNull());
+}
+
+TEST_F(HistoryPicturesTest, ShowsAPictureOfTwoColoursInThemHoweverLargeItIs) {
+    for (const int size : {10, 38, 300}) {
+        QImage picture(size, size, QImage::Format_Mono);
+        picture.setColorTable({QColor(Qt::red).rgb(), QColor(Qt::blue).rgb()});
+        picture.fill(0);
+        ASSERT_TRUE(picture.save(folder + "/duas.png"));
+
+        EXPECT_EQ(thumbnail("duas.png").pixelColor(19, 19), QColor(Qt::red)) << size;
+    }
 }
 
 TEST_F(HistoryPicturesTest, ShowsTheSameWithoutTheTextsInAPicture) {

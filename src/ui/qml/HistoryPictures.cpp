@@ -1,5 +1,6 @@
 #include "ui/qml/HistoryPictures.h"
 
+#include "pictures/ReducedPng.h"
 #include "platform/PngEssentials.h"
 
 #include <QBuffer>
@@ -18,6 +19,7 @@ namespace {
 /// Of the height: a tile of 38 points has corners of 7, the card's box of 240 has 12.
 constexpr double tileCorner = 7.0 / 38.0;
 constexpr double cardCorner = 12.0 / 240.0;
+constexpr std::uint64_t mostDecoded = HistoryPictures::mostPixels * 4;  // bytes
 
 bool isPlainName(const QString& name) {
     return !name.isEmpty() && name != "." && name != ".." && !name.contains('/') && !name.contains(QChar(0));
@@ -26,7 +28,7 @@ bool isPlainName(const QString& name) {
 /// Ends when the time is up: a file can be made that takes hours for a picture of one pixel.
 class TimedBuffer final : public QBuffer {
 public:
-    explicit TimedBuffer(std::chrono::milliseconds time) : deadline_(time) {}
+    explicit TimedBuffer(QDeadlineTimer deadline) : deadline_(deadline) {}
 
 protected:
     qint64 readData(char* to, qint64 count) override {
@@ -37,23 +39,24 @@ private:
     QDeadlineTimer deadline_;
 };
 
-/// Absent for what is not a file of its own, and for one larger than any copy.
-std::optional<QByteArray> essentialsOf(const QString& path) {
-    QFile file(path);
+/// False for what is not a file of its own, and for one larger than any copy.
+bool open(QFile& file) {
     const QFileInfo info(file);
-    if (!info.isFile() || info.isSymLink() || info.size() > HistoryPictures::mostBytes) return std::nullopt;
-    if (!file.open(QIODevice::ReadOnly)) return std::nullopt;
-    const QByteArray whole = file.read(info.size());
-    const std::string_view bytes(whole.constData(), static_cast<std::size_t>(whole.size()));
-    return QByteArray::fromStdString(pngEssentials(bytes));
+    if (!info.isFile() || info.isSymLink() || info.size() > HistoryPictures::mostBytes) return false;
+    return file.open(QIODevice::ReadOnly | QIODevice::Unbuffered);
 }
 
-/// Decoded whole and scaled then: for PNG that is quicker than a reader that scales.
-QImage decoded(const QString& file) {
-    const auto bytes = essentialsOf(file);
-    if (!bytes) return {};
-    TimedBuffer buffer(HistoryPictures::patience);
-    buffer.setData(*bytes);
+std::string essentialsOf(QFile& file) {
+    if (!file.seek(0)) return {};
+    const QByteArray whole = file.read(std::min(file.size(), qint64{HistoryPictures::mostBytes}));
+    return pngEssentials({whole.constData(), static_cast<std::size_t>(whole.size())});
+}
+
+/// Decoded whole. For PNG, scaling it then is quicker than a reader that scales.
+QImage decoded(QFile& file, QDeadlineTimer deadline) {
+    const std::string bytes = essentialsOf(file);
+    TimedBuffer buffer(deadline);
+    buffer.setData(QByteArray::fromRawData(bytes.data(), static_cast<qsizetype>(bytes.size())));
     buffer.open(QIODevice::ReadOnly);
     QImageReader reader(&buffer, "png");  // no other plugin is asked, nor loaded
     if (!reader.canRead()) return {};
@@ -79,24 +82,65 @@ QImage covering(const QImage& picture, QSize box) {
         {{(picture.width() - kept.width()) / 2, (picture.height() - kept.height()) / 2}, kept});
 }
 
-QImage shaped(const QImage& picture, QSize size, HistoryPictures::Use use) {
-    const bool isTile = use == HistoryPictures::Use::tile;
-    const bool fills = isTile || nearlyFills(picture.size(), size);
-    const QImage scaled =
-        fills ? covering(picture, size).scaled(size, Qt::KeepAspectRatioByExpanding, Qt::SmoothTransformation)
-              : picture.scaled(size, Qt::KeepAspectRatio, Qt::SmoothTransformation);
-    QImage result(size, QImage::Format_ARGB32_Premultiplied);
+Qt::AspectRatioMode modeFor(QSize picture, QSize box, HistoryPictures::Use use) {
+    const bool fills = use == HistoryPictures::Use::tile || nearlyFills(picture, box);
+    return fills ? Qt::KeepAspectRatioByExpanding : Qt::KeepAspectRatio;
+}
+
+/// Scaled as it is, a picture with a palette keeps that and loses colours, and one of deep colours
+/// loses what is transparent.
+QImage scaled(QImage picture, QSize box, HistoryPictures::Use use) {
+    if (picture.isNull()) return {};
+    const auto mode = modeFor(picture.size(), box, use);
+    if (mode == Qt::KeepAspectRatioByExpanding) picture = covering(picture, box);
+    picture.convertTo(picture.hasAlphaChannel() ? QImage::Format_ARGB32_Premultiplied : QImage::Format_RGB32);
+    return picture.scaled(box, mode, Qt::SmoothTransformation);
+}
+
+/// Qt refuses by bytes, and has eight for a pixel of deep colours.
+bool isTooLarge(const PngFormat& format) {
+    const bool isDeep = format.bits > 8 && format.hasColourOrAlpha;
+    return format.size.pixels() * (isDeep ? 8 : 4) > mostDecoded;
+}
+
+QImage asImage(const ReducedPicture& picture) {
+    const auto* bytes = reinterpret_cast<const uchar*>(picture.pixels.data());
+    const auto format = picture.isOpaque ? QImage::Format_RGB32 : QImage::Format_ARGB32_Premultiplied;
+    return QImage(bytes, static_cast<int>(picture.size.width), static_cast<int>(picture.size.height), format)
+        .copy();
+}
+
+/// As large as `scaled` makes it; null where that is no reduction, or the picture is not plain.
+QImage reduced(QFile& file, QDeadlineTimer deadline, QSize box, HistoryPictures::Use use) {
+    const auto source = [&](std::span<std::uint8_t> to) -> std::size_t {
+        const auto size = static_cast<qint64>(to.size());
+        const qint64 count = deadline.hasExpired() ? 0 : file.read(reinterpret_cast<char*>(to.data()), size);
+        return static_cast<std::size_t>(std::max<qint64>(count, 0));
+    };
+    const auto choice = [&](const PngFormat& format) -> std::optional<PictureSize> {
+        if (isTooLarge(format)) return std::nullopt;
+        const QSize size(static_cast<int>(format.size.width), static_cast<int>(format.size.height));
+        const QSize wanted = size.scaled(box, modeFor(size, box, use)).expandedTo({1, 1});
+        return PictureSize{static_cast<std::uint32_t>(wanted.width()),
+                           static_cast<std::uint32_t>(wanted.height())};
+    };
+    const auto picture = reducedPng(source, choice);
+    return picture ? asImage(*picture) : QImage();
+}
+
+QImage shaped(const QImage& picture, QSize box, HistoryPictures::Use use) {
+    QImage result(box, QImage::Format_ARGB32_Premultiplied);
     result.fill(Qt::transparent);
     QPainter painter(&result);
+    painter.drawImage((box.width() - picture.width()) / 2, (box.height() - picture.height()) / 2, picture);
+    const bool isTile = use == HistoryPictures::Use::tile;
+    const double radius = box.height() * (isTile ? tileCorner : cardCorner);
+    QPainterPath outside;  // by the odd-even rule
+    outside.addRect(QRectF(QPointF(0, 0), box));
+    outside.addRoundedRect(QRectF(QPointF(0, 0), box), radius, radius);
     painter.setRenderHint(QPainter::Antialiasing);
-    QPainterPath outline;
-    const double radius = size.height() * (isTile ? tileCorner : cardCorner);
-    outline.addRoundedRect(QRectF(QPointF(0, 0), size), radius, radius);
-    const QPoint corner((size.width() - scaled.width()) / 2, (size.height() - scaled.height()) / 2);
-    QPainterPath place;
-    place.addRect(QRectF(corner, scaled.size()));
-    painter.setBrushOrigin(corner);
-    painter.fillPath(outline.intersected(place), QBrush(scaled));
+    painter.setCompositionMode(QPainter::CompositionMode_DestinationOut);
+    painter.fillPath(outside, Qt::black);
     return result;
 }
 
@@ -126,8 +170,7 @@ private:
 }  // namespace
 
 HistoryPictures::HistoryPictures(Path folder, Use use) : folder_(std::move(folder)), use_(use) {
-    constexpr std::int64_t bytesOfPixel = 4;
-    QImageReader::setAllocationLimit(static_cast<int>(mostPixels * bytesOfPixel >> 20));
+    QImageReader::setAllocationLimit(static_cast<int>(mostDecoded >> 20));
     threads_.setMaxThreadCount(2);
 }
 
@@ -146,8 +189,12 @@ QQuickImageResponse* HistoryPictures::requestImageResponse(const QString& id, co
 
 QImage HistoryPictures::picture(const QString& name, QSize size) const try {
     if (!isPlainName(name) || size.isEmpty()) return {};
-    const QImage whole = decoded(QString::fromStdString(folder_.string()) + "/" + name);
-    return whole.isNull() ? QImage() : shaped(whole, size, use_);
+    QFile file(QString::fromStdString(folder_.string()) + "/" + name);
+    if (!open(file)) return {};
+    const QDeadlineTimer deadline(patience);
+    QImage fitting = reduced(file, deadline, size, use_);
+    if (fitting.isNull()) fitting = scaled(decoded(file, deadline), size, use_);
+    return fitting.isNull() ? QImage() : shaped(fitting, size, use_);
 } catch (const std::bad_alloc&) {
     return {};
 }
