@@ -1,5 +1,7 @@
 #include "model/FileSize.h"
 
+#include "model/GroupedNumber.h"
+
 #include <array>
 #include <cassert>
 #include <string_view>
@@ -37,12 +39,6 @@ std::int64_t rounded(std::int64_t bytes, std::int64_t step) {
     return rest > half || (rest == half && whole % 2 == 1) ? whole + 1 : whole;
 }
 
-std::string grouped(std::int64_t number) {
-    std::string digits = std::to_string(number);
-    for (std::size_t place = digits.size(); place > 3; place -= 3) digits.insert(place - 3, 1, '.');
-    return digits;
-}
-
 std::string decimals(std::int64_t fraction, std::int64_t stepsInOne) {
     if (fraction == 0) return {};
     std::string digits = std::to_string(stepsInOne + fraction);  // begins with a one, then all decimals
@@ -65,7 +61,7 @@ std::string fileSize(std::int64_t bytes) {
         ++unit;
     const std::int64_t stepsInOne = unit->bytes / step(*unit);
     const std::int64_t steps = rounded(bytes, step(*unit));
-    return grouped(steps / stepsInOne) + decimals(steps % stepsInOne, stepsInOne) + ' ' +
+    return groupedNumber(steps / stepsInOne) + decimals(steps % stepsInOne, stepsInOne) + ' ' +
            std::string(unit->name);
 }
 

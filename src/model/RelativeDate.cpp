@@ -1,57 +1,50 @@
 #include "model/RelativeDate.h"
 
-#include <unicode/reldatefmt.h>
+#include "model/GroupedNumber.h"
 
+#include <algorithm>
 #include <array>
-#include <cassert>
 #include <cmath>
+#include <string_view>
 
 namespace nettlecap {
 
 namespace {
 
 struct Unit {
-    URelativeDateTimeUnit name;
     double seconds;
+    std::string_view one, many;
 };
 
 constexpr double day = 86'400;
+constexpr double most = 1e18;  ///< that a date from a damaged file may be told with
 
 /// A month and a year are as long as they are on average in the Gregorian calendar.
-constexpr std::array<Unit, 6> longUnits = {{
-    {UDAT_REL_UNIT_YEAR, 365.2425 * day},
-    {UDAT_REL_UNIT_MONTH, 365.2425 * day / 12},
-    {UDAT_REL_UNIT_WEEK, 7 * day},
-    {UDAT_REL_UNIT_DAY, day},
-    {UDAT_REL_UNIT_HOUR, 3'600},
-    {UDAT_REL_UNIT_MINUTE, 60},
+constexpr std::array<Unit, 7> units = {{
+    {365.2425 * day, "ano", "anos"},
+    {365.2425 * day / 12, "mês", "meses"},
+    {7 * day, "semana", "semanas"},
+    {day, "dia", "dias"},
+    {3'600, "hora", "horas"},
+    {60, "minuto", "minutos"},
+    {1, "segundo", "segundos"},
 }};
-
-Unit largestUnitWithin(double seconds) {
-    for (const Unit& unit : longUnits)
-        if (seconds >= unit.seconds) return unit;
-    return {UDAT_REL_UNIT_SECOND, 1};
-}
 
 }  // namespace
 
+// ICU has a formatter for this, which holds three megabytes of tables and code in memory for seven words.
 std::string relativeDate(Date date, Date now) {
-    static thread_local UErrorCode made = U_ZERO_ERROR;
-    static thread_local const icu::RelativeDateTimeFormatter formatter(icu::Locale("pt", "BR"), made);
-
     const double distance = date.secondsSince2001 - now.secondsSince2001;
-    const Unit unit = largestUnitWithin(std::abs(distance));
-    const double count = std::trunc(distance / unit.seconds);
-    UErrorCode status = made;
-    icu::UnicodeString text;
-    if (count == 0) {
-        formatter.format(UDAT_DIRECTION_PLAIN, UDAT_ABSOLUTE_NOW, text, status);
-    } else {
-        formatter.formatNumeric(count, unit.name, text, status);
+    for (const Unit& unit : units) {
+        const double count = std::trunc(std::abs(distance) / unit.seconds);
+        if (count < 1) continue;
+        std::string text = distance < 0 ? "há " : "em ";
+        text += groupedNumber(static_cast<std::int64_t>(std::min(count, most)));
+        text += ' ';
+        text += count < 2 ? unit.one : unit.many;
+        return text;
     }
-    assert(U_SUCCESS(status));
-    std::string result;
-    return text.toUTF8String(result);
+    return "agora";
 }
 
 }  // namespace nettlecap

@@ -38,6 +38,15 @@ TEST(RelativeDateTest, CountsTheLargestWholeUnit) {
     EXPECT_EQ(ago(800 * day), "há 2 anos");
 }
 
+TEST(RelativeDateTest, GroupsThousands) {
+    EXPECT_EQ(ago(999 * 366 * day), "há 1.001 anos");
+    EXPECT_EQ(ago(1e15), "há 31.688.738 anos");
+}
+
+TEST(RelativeDateTest, HasWordsForTheDateOfADamagedFile) {
+    EXPECT_EQ(ago(1e300), "há 1.000.000.000.000.000.000 anos");
+}
+
 TEST(RelativeDateTest, KnowsDatesToComeFromAClockSetBack) {
     EXPECT_EQ(ago(-5 * minute), "em 5 minutos");
     EXPECT_EQ(ago(-day), "em 1 dia");
