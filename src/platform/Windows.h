@@ -73,6 +73,8 @@ public:
     virtual void setOrigin(Point origin) = 0;  ///< of the bottom left corner
     virtual void orderFrontRegardless() = 0;   ///< shows it, whichever application is active
     virtual void orderOut() = 0;               ///< hides it; the content stays
+    /// At once, and with all that was kept for it: hidden, and not from within the content.
+    virtual void dropContent() = 0;
 
     virtual bool isVisible() const = 0;
 };
@@ -85,8 +87,6 @@ public:
     virtual void setTitle(std::string_view title) = 0;
     virtual void center() = 0;                ///< where the system thinks best
     virtual void makeKeyAndOrderFront() = 0;  ///< with the keyboard: activates the application
-    /// At once, and with all that was kept for it: not to be called by the content.
-    virtual void dropContent() = 0;
 
     /// By whatever ordered it out. The content may be in the middle of an event.
     [[nodiscard]] virtual Subscription onOrderedOut(Task handler) = 0;

@@ -36,7 +36,12 @@ void NavigationHUDController::show(NavigationCard card) {
 
 void NavigationHUDController::hide() {
     ++presentationGeneration_;
-    if (panel_) panel_->orderOut();
+    if (!panel_) return;
+    panel_->orderOut();
+    // Not at once: the entry is about to be pasted.
+    with_.scheduler.after(contentPatience, guard_([this, generation = presentationGeneration_] {
+                              if (generation == presentationGeneration_) panel_->dropContent();
+                          }));
 }
 
 void NavigationHUDController::place(double panelWidth) {

@@ -17,6 +17,7 @@ public:
     };
 
     static constexpr Seconds hideDelay{30};
+    static constexpr Seconds contentPatience{1};  ///< for what a hidden card showed
 
     explicit NavigationHUDController(Collaborators with) : with_(with) {}
 

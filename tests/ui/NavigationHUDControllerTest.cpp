@@ -79,6 +79,27 @@ TEST_F(NavigationHUDControllerTest, MakesItsPanelAtTheFirstShowAndKeepsIt) {
     EXPECT_TRUE(panel().isVisible);
 }
 
+TEST_F(NavigationHUDControllerTest, KeepsNothingOfTheEntryASecondAfterHiding) {
+    hud.show(text("um"));
+    hud.hide();
+
+    time.advance(0.999s);
+    EXPECT_NE(panel().content, nullptr);
+    time.advance(1ms);
+    EXPECT_EQ(panel().content, nullptr);
+}
+
+TEST_F(NavigationHUDControllerTest, KeepsWhatIsShownWithinASecondAfterHiding) {
+    hud.show(text("um"));
+    hud.hide();
+    hud.show(text("dois"));
+
+    time.advance(5s);
+
+    EXPECT_TRUE(panel().isVisible);
+    EXPECT_EQ(view().text(), "dois");
+}
+
 TEST_F(NavigationHUDControllerTest, ShowsTheEntryAndItsPlace) {
     hud.show({.entry = {.text = " um "}, .position = 2, .total = 7});
 

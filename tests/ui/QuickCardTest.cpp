@@ -5,11 +5,33 @@
 #include <QCoreApplication>
 #include <QGuiApplication>
 #include <QPointer>
+#include <QSGNode>
 #include <QScreen>
+#include <QTest>
 #include <gtest/gtest.h>
 
 namespace nettlecap {
 namespace {
+
+/// An item that knows whether it is drawn.
+class DrawnItem final : public QQuickItem {
+public:
+    explicit DrawnItem(int& drawings) : drawings_(drawings) { setFlag(ItemHasContents); }
+
+private:
+    struct Drawing final : QSGNode {
+        explicit Drawing(int& drawings) : count(drawings) { ++count; }
+        ~Drawing() override { --count; }
+
+        int& count;
+    };
+
+    QSGNode* updatePaintNode(QSGNode* drawn, UpdatePaintNodeData*) override {
+        return drawn ? drawn : new Drawing(drawings_);
+    }
+
+    int& drawings_;
+};
 
 class QuickCardTest : public testing::Test {
 protected:
@@ -73,6 +95,31 @@ TEST_F(QuickCardTest, HidesAndKeepsItsContent) {
 
     EXPECT_FALSE(card.isVisible());
     EXPECT_FALSE(item.isNull());
+}
+
+TEST_F(QuickCardTest, DropsItsContentWithWhatWasDrawnOfIt) {
+    int drawings = 0;
+    show();
+    card.setContent(std::make_unique<QuickHostedView>(std::make_unique<DrawnItem>(drawings), nullptr));
+    ASSERT_TRUE(QTest::qWaitFor([&] { return drawings == 1; }));
+
+    card.orderOut();
+    card.dropContent();
+
+    EXPECT_EQ(drawings, 0);
+    EXPECT_TRUE(card.window().contentItem()->childItems().isEmpty());
+    EXPECT_EQ(frame().size(), QSize(1, 1));
+}
+
+TEST_F(QuickCardTest, IsAsLargeAsBeforeWhenItHasContentAgain) {
+    show();
+    card.orderOut();
+    card.dropContent();
+
+    const auto item = show();
+
+    EXPECT_EQ(frame().size(), QSize(440, 100));
+    EXPECT_EQ(item->size(), QSizeF(440, 100));
 }
 
 TEST_F(QuickCardTest, ReplacedContentIsOutOfSightAtOnceAndGoesWithTheNextTurn) {

@@ -66,6 +66,18 @@ TEST_F(SearchPanelControllerTest, EscapeHidesThePanelAndDropsItsContentAfterward
     EXPECT_EQ(hidings, 1);
 }
 
+TEST_F(SearchPanelControllerTest, HiddenItKeepsNoPictureOfItsContentAndIsAsLargeAsBeforeAtTheNextShow) {
+    show();
+
+    controller.hide();
+    history.fake.time.advance(0s);
+    EXPECT_EQ(window()->size(), QSize(1, 1));
+
+    show();
+    EXPECT_EQ(window()->size(), QSize(430, 560));
+    EXPECT_EQ(window()->minimumSize(), QSize(430, 560));
+}
+
 TEST_F(SearchPanelControllerTest, ItsContentIsOfTheSameTypesAtEachShow) {
     const auto typeOfContent = [this] {
         return std::string(window()->contentItem()->childItems().constFirst()->metaObject()->className());

@@ -85,6 +85,7 @@ private:
             state_->isVisible = false;
             ++state_->hides;
         }
+        void dropContent() override { state_->content = nullptr; }
         bool isVisible() const override { return state_->isVisible; }
 
     private:

@@ -44,4 +44,6 @@ void QuickCard::orderFrontRegardless() {
 
 void QuickCard::orderOut() { window_.hide(); }
 
+void QuickCard::dropContent() { content_.dropWithDrawing(); }
+
 }  // namespace nettlecap

@@ -18,6 +18,7 @@ public:
     void setOrigin(Point origin) override;
     void orderFrontRegardless() override;
     void orderOut() override;
+    void dropContent() override;
 
     bool isVisible() const override { return window_.isVisible(); }
     const QQuickWindow& window() const { return window_; }

@@ -1,5 +1,7 @@
 #include "ui/qml/QuickHostedView.h"
 
+#include <QQuickWindow>
+
 namespace nettlecap {
 
 namespace {
@@ -40,6 +42,18 @@ void QuickContent::replace(std::unique_ptr<HostedView> content) {
     view_->item().setParentItem(&parent_);
     view_->item().setSize(size_);
     view_->item().setFocus(true);
+}
+
+void QuickContent::dropWithDrawing() {
+    if (!view_) return;
+    drop();
+    QQuickWindow& window = *parent_.window();
+    // What painted the items goes with the next frame, which a hidden window has only when
+    // asked for its picture; the picture itself is as large as the window.
+    window.setMinimumSize({1, 1});
+    window.resize(1, 1);
+    window.grabWindow();
+    window.releaseResources();
 }
 
 void QuickContent::setSize(QSizeF size) {

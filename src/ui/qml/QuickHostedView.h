@@ -28,6 +28,9 @@ public:
 
     void replace(std::unique_ptr<HostedView> content);  ///< what QuickViewFactory made
     void drop() { view_.reset(); }                      ///< at once; from no event of its own
+    /// The same in a hidden window, which also gives back what it drew and has its size set anew
+    /// before it is shown.
+    void dropWithDrawing();
     void setSize(QSizeF size);
 
     QQuickItem* item() const { return view_ ? &view_->item() : nullptr; }

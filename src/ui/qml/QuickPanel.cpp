@@ -24,8 +24,7 @@ void QuickPanel::setContent(std::unique_ptr<HostedView> content) {
 
 void QuickPanel::dropContent() {
     previews_.release();
-    content_.drop();
-    releaseResources();
+    content_.dropWithDrawing();
 }
 
 void QuickPanel::setContentSize(Size size) {
