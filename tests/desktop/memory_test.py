@@ -3,15 +3,16 @@ accessibility here, which keeps a record of everything that was ever shown."""
 
 import json
 import os
+import pathlib
 
-import accessible
-from desktop import DesktopTest, click, keep_doing, main, wait_until
+from desktop import DesktopTest, click, main, wait_until
 from holdings import Holdings, assert_flat
 from hot_keys import SEARCH
 from keyboard import Keyboard
 from panel import SETTINGS
+from panel_hands import PanelHands
 
-SHEET = "Nova mensagem salva"
+PICTURE = 430 * 560 * 4  # of the panel, in bytes
 ROUNDS = int(os.environ.get("NETTLECAP_PANEL_ROUNDS", "100"))
 ENTRIES = [
     {
@@ -27,48 +28,16 @@ ENTRIES = [
 ]
 
 
-class MemoryTest(DesktopTest):
+class MemoryTest(PanelHands, DesktopTest):
     def setUp(self):
         super().setUp()
         self.keyboard = Keyboard()
         self.addCleanup(self.keyboard.close)
-        self.program = self.nettlecap(environment=accessible.ENVIRONMENT)
+        self.program = self.nettlecap()
         self.program.images.mkdir(parents=True)
         self.program.state_file.write_text(json.dumps({"entries": ENTRIES, "snippets": []}))
         self.find_buttons()
-        for name in accessible.ENVIRONMENT:
-            del self.program.environment[name]
         self.program.start()
-
-    def find_buttons(self):
-        """They are in the same places afterwards."""
-        self.program.start().show_panel()
-        self.gear = self.place_of("Ajustes")
-        click(*self.gear)
-        self.wait_for_title(SETTINGS)
-        self.back = self.place_of("Voltar ao histórico")
-        click(*self.back)
-        self.wait_for_title("Nettlecap")
-        self.keyboard.tap("Right")
-        self.add = self.place_of("Adicionar")
-        self.program.stop()
-
-    def place_of(self, button):
-        found = wait_until(lambda: accessible.named("push button", button), f"a button {button!r}")
-        return self.program.middle(found)
-
-    def wait_for_title(self, title):
-        wait_until(lambda: self.screen.window("Nettlecap", title), f"the panel is called {title!r}")
-
-    def use_sheet(self, panel):
-        """As wide as it is, it is a window of its own each time."""
-        self.keyboard.tap("Right")
-        click(*self.add)
-        self.wait_for_title(SHEET)
-        self.keyboard.tap("x", "Escape")
-        wait_until(lambda: not self.screen.window("Nettlecap", SHEET), "the sheet is gone")
-        wait_until(lambda: self.screen.focus() == panel.id, "the panel has the keyboard again")
-        self.keyboard.tap("Left")
 
     def use_panel(self, rounds):
         """Everything that it can show, again and again."""
@@ -84,9 +53,6 @@ class MemoryTest(DesktopTest):
             self.wait_for_title("Nettlecap")
             self.close_panel()
 
-    def close_panel(self):
-        keep_doing(lambda: self.keyboard.tap("Escape"), lambda: not self.program.panel(), "the panel closes")
-
     def test_a_panel_that_opens_changes_and_closes_holds_on_to_nothing(self):
         self.use_panel(20)
         holdings = Holdings(self.program)
@@ -95,6 +61,24 @@ class MemoryTest(DesktopTest):
         self.use_panel(ROUNDS)
 
         assert_flat(self, holdings, before, ROUNDS)
+
+    def test_a_closed_panel_keeps_no_picture_of_itself(self):
+        holdings = Holdings(self.program)
+        self.keyboard.chord(*SEARCH)
+        panel = self.program.wait_for_panel()
+        wait_until(lambda: self.screen.focus() == panel.id, "the panel has the keyboard")
+        shown = holdings.memory("RssShmem")
+
+        self.close_panel()
+
+        self.assertLess(holdings.memory("RssShmem"), shown - PICTURE * 3 // 4)
+
+    def test_who_meets_no_tiff_does_not_load_its_library(self):
+        maps = pathlib.Path(f"/proc/{self.program.process.pid}/maps").read_text()
+        libraries = {line.rpartition("/")[2].partition(".")[0] for line in maps.splitlines() if ".so" in line}
+
+        self.assertIn("libQt6Core", libraries)
+        self.assertNotIn("libtiff", libraries)
 
 
 if __name__ == "__main__":

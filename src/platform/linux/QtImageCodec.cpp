@@ -14,7 +14,6 @@
 #include <QLoggingCategory>
 #include <array>
 #include <new>
-#include <tiffio.h>
 
 namespace nettlecap {
 namespace {
@@ -80,6 +79,7 @@ bool hasSaneSize(const QImageReader& reader, std::string_view format, std::strin
 }
 
 void prepare(QImageReader& reader, std::string_view format) {
+    if (format == "tiff") tiff::silence();
     reader.setAutoDetectImageFormat(false);
     reader.setFormat(QByteArray(format.data(), static_cast<qsizetype>(format.size())));
     reader.setAutoTransform(true);
@@ -160,8 +160,6 @@ QtImageCodec::QtImageCodec() {
     if (otherFilter) return;
     otherFilter = QLoggingCategory::installFilter(nullptr);
     QLoggingCategory::installFilter(withoutPictureWarnings);
-    TIFFSetErrorHandler(nullptr);
-    TIFFSetWarningHandler(nullptr);
 }
 
 bool QtImageCodec::isImage(const Bytes& data) const { return isImageIn(data.view()); }
@@ -178,6 +176,9 @@ bool QtImageCodec::isImage(const Path& path) const {
 
 std::optional<Bytes> QtImageCodec::png(const Bytes& data) const { return reencoded(data, "png", pngQuality); }
 
-std::optional<Bytes> QtImageCodec::tiff(const Bytes& data) const { return reencoded(data, "tiff", -1); }
+std::optional<Bytes> QtImageCodec::tiff(const Bytes& data) const {
+    tiff::silence();
+    return reencoded(data, "tiff", -1);
+}
 
 }  // namespace nettlecap

@@ -3,6 +3,7 @@
 #include <algorithm>
 #include <cstdio>
 #include <cstring>
+#include <dlfcn.h>
 #include <memory>
 #include <tiffio.h>
 
@@ -34,25 +35,68 @@ toff_t moveIn(thandle_t handle, toff_t offset, int origin) {
     return source.position = offset;
 }
 
+/// libtiff, the one that Qt's plugin loads, too. Most people never meet a TIFF, and with it come
+/// seven libraries and 0.7 MiB.
+struct Library {
+    decltype(&TIFFClientOpen) open = nullptr;
+    decltype(&TIFFClose) close = nullptr;
+    decltype(&TIFFGetField) field = nullptr;
+    decltype(&TIFFIsTiled) isTiled = nullptr;
+    decltype(&TIFFScanlineSize64) lineSize = nullptr;
+    decltype(&TIFFStripSize64) stripSize = nullptr;
+    decltype(&TIFFTileSize64) tileSize = nullptr;
+    decltype(&TIFFSetErrorHandler) setErrorHandler = nullptr;
+    decltype(&TIFFSetWarningHandler) setWarningHandler = nullptr;
+};
+
+template <class Function>
+bool find(void* file, const char* name, Function& function) {
+    function = reinterpret_cast<Function>(dlsym(file, name));
+    return function != nullptr;
+}
+
+std::optional<Library> load() {
+    void* const file = dlopen(NETTLECAP_LIBTIFF, RTLD_NOW | RTLD_LOCAL);
+    Library it;
+    if (!file || !find(file, "TIFFClientOpen", it.open) || !find(file, "TIFFClose", it.close) ||
+        !find(file, "TIFFGetField", it.field) || !find(file, "TIFFIsTiled", it.isTiled) ||
+        !find(file, "TIFFScanlineSize64", it.lineSize) || !find(file, "TIFFStripSize64", it.stripSize) ||
+        !find(file, "TIFFTileSize64", it.tileSize) ||
+        !find(file, "TIFFSetErrorHandler", it.setErrorHandler) ||
+        !find(file, "TIFFSetWarningHandler", it.setWarningHandler))
+        return std::nullopt;
+    it.setErrorHandler(nullptr);
+    it.setWarningHandler(nullptr);
+    return it;
+}
+
+const Library* library() {
+    static const std::optional<Library> loaded = load();
+    return loaded ? &*loaded : nullptr;
+}
+
 int leaveOpen(thandle_t) { return 0; }
 
 toff_t sizeOf(thandle_t handle) { return sourceOf(handle).bytes.size(); }
 
 }  // namespace
 
+void silence() { library(); }
+
 std::optional<std::uint64_t> unpackedSize(std::string_view tiff) {
+    const Library* const lib = library();
+    if (!lib) return std::nullopt;
     Source source{.bytes = tiff};
     const std::unique_ptr<TIFF, decltype(&TIFFClose)> file(
         // m: not mapped into memory, as it is there already
-        TIFFClientOpen("", "rm", &source, readFrom, writeNothing, moveIn, leaveOpen, sizeOf, nullptr,
-                       nullptr),
-        TIFFClose);
+        lib->open("", "rm", &source, readFrom, writeNothing, moveIn, leaveOpen, sizeOf, nullptr, nullptr),
+        lib->close);
     std::uint32_t height = 0;
-    if (!file || TIFFGetField(file.get(), TIFFTAG_IMAGELENGTH, &height) == 0) return std::nullopt;
-    const std::uint64_t line = TIFFScanlineSize64(file.get());
+    if (!file || lib->field(file.get(), TIFFTAG_IMAGELENGTH, &height) == 0) return std::nullopt;
+    const std::uint64_t line = lib->lineSize(file.get());
     if (line > UINT64_MAX / std::max(height, 1U)) return std::nullopt;
     const std::uint64_t piece =
-        TIFFIsTiled(file.get()) != 0 ? TIFFTileSize64(file.get()) : TIFFStripSize64(file.get());
+        lib->isTiled(file.get()) != 0 ? lib->tileSize(file.get()) : lib->stripSize(file.get());
     if (line == 0 || piece == 0) return std::nullopt;  // it can't be told, as it is so large
     return std::max(line * height, piece);
 }
