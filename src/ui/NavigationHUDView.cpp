@@ -3,8 +3,6 @@
 #include "ui/PictureAddress.h"
 #include "ui/QtText.h"
 
-#include <QRegularExpression>
-
 namespace nettlecap {
 
 NavigationHUDView::NavigationHUDView(NavigationCard card, NavigationHUDTextPresentation textPresentation,
@@ -13,8 +11,11 @@ NavigationHUDView::NavigationHUDView(NavigationCard card, NavigationHUDTextPrese
 
 /// Qt breaks lines at line feeds alone.
 QString NavigationHUDView::text() const {
-    static const QRegularExpression lineBreak(QStringLiteral("\\R"));
-    return qtText(textPresentation_.text).replace(lineBreak, QStringLiteral("\n"));
+    QString text = qtText(textPresentation_.text);
+    text.replace(QStringLiteral("\r\n"), QStringLiteral("\n"));
+    for (const QChar lineBreak : {u'\v', u'\f', u'\r', u'\x85', u'\u2028', u'\u2029'})
+        text.replace(lineBreak, u'\n');
+    return text;
 }
 
 QString NavigationHUDView::caption() const {
