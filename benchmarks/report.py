@@ -39,6 +39,7 @@ WORKS = [
     ("wakeups", "wake-ups while idle", None, ("most", 3)),
     ("processor", "processor while idle", None, ("most", 0.1)),
     ("memory", "memory, panel closed, 500 entries (PSS, alone)", "an empty Qt Quick program", ("most", 45)),
+    ("dayMemory", "the same after a long day of use", "in the morning", None),
     ("panelMemory", "memory kept after 20 times through the panel", None, None),
     ("copyMemory", "memory kept of a text of 50 MB that has left the history", None, None),
 ]

@@ -3,10 +3,7 @@ processor with its poll going, and what it holds of the memory once its panel wa
 beside an empty Qt Quick program that has shown a window and closed it."""
 
 import os
-import pathlib
-import re
 import subprocess
-import time
 
 from outside import Benchmark, note
 from appearance import entry
@@ -14,6 +11,7 @@ from desktop import wait_until
 from holdings import MIB, Holdings
 from hot_keys import SEARCH
 from keyboard import Keyboard
+from upkeep import idle, memory_alone, settle
 
 QUICK = "NETTLECAP_QUICK" in os.environ
 IDLE_SECONDS = 5 if QUICK else 20
@@ -23,34 +21,6 @@ ENTRIES = [entry(f"{number} anotações: " + "a reunião de terça-feira começa
            for number in range(500)]
 LARGE = 50_000_000  # bytes
 SMALLEST_HISTORY = 10
-
-
-def files_without_qt():
-    """Those that some program has in memory which does not use Qt."""
-    files = set()
-    for maps in pathlib.Path("/proc").glob("[0-9]*/maps"):
-        try:
-            mapped = {line.split(maxsplit=5)[5] for line in maps.read_text().splitlines() if "/" in line}
-        except OSError:  # it ended meanwhile, or is not ours to look at
-            continue
-        if not any("libQt6Core" in path for path in mapped):
-            files |= mapped
-    return files
-
-
-def memory_alone(pid):
-    """In KiB: the process's PSS, its part of what it shares, if no other program used Qt. So
-    of what only those have in memory too, the whole is its part."""
-    common, mapping, sizes, total = files_without_qt(), "", {}, 0
-    for line in pathlib.Path(f"/proc/{pid}/smaps").read_text().splitlines():
-        words = line.split(maxsplit=5)
-        if not words[0].endswith(":"):
-            mapping = words[5] if len(words) == 6 else ""
-        elif words[0] in ("Rss:", "Pss:"):
-            sizes[words[0]] = int(words[1])
-            if words[0] == "Pss:":
-                total += sizes["Pss:" if mapping in common else "Rss:"]
-    return total
 
 
 class Rest(Benchmark):
@@ -90,39 +60,19 @@ class Rest(Benchmark):
         self.program.wait_for_panel()
         self.program.close_panel()
 
-    def alone(self, process):
+    @staticmethod
+    def alone(process):
         """In MiB, once what it holds of its own has stood still."""
-        status, seen = pathlib.Path(f"/proc/{process.pid}/status"), []
-
-        def settled():
-            seen.append(int(re.search(r"RssAnon:\s+(\d+)", status.read_text())[1]))
-            return len(seen) >= 25 and max(seen[-25:]) - min(seen[-25:]) < 64
-
-        wait_until(settled, "the memory stands still")
+        settle(process.pid)
         return memory_alone(process.pid) / 1024
 
     def idle(self):
         Holdings(self.program).memory()  # until what came with the start is over
-        wakes, used = self.switches(), self.used()
-        time.sleep(IDLE_SECONDS)
-        wakes = (self.switches() - wakes) / IDLE_SECONDS
-        used = (self.used() - used) / 1e9 / IDLE_SECONDS * 100
+        wakes, used = idle(self.program.process.pid, IDLE_SECONDS)
         self.report("wake-ups a second", [wakes])
         self.report("% of a core", [used])
         note("wakeups", [wakes], unit="/s")
         note("processor", [used], unit="% of a core")
-
-    def tasks(self, file):
-        return [path.read_text() for path in pathlib.Path(f"/proc/{self.program.process.pid}/task").glob(f"*/{file}")]
-
-    def switches(self):
-        """How often any of its threads went to sleep of its own accord, and so woke before."""
-        return sum(int(line.split()[1]) for status in self.tasks("status") for line in status.splitlines()
-                   if line.startswith("voluntary_ctxt_switches:"))
-
-    def used(self):
-        """Of processor time, in ns."""
-        return sum(int(schedstat.split()[0]) for schedstat in self.tasks("schedstat"))
 
     def own(self):
         """What it holds of its own, in MiB."""
