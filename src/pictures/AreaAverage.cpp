@@ -32,7 +32,7 @@ void AreaAverage::addPart(std::span<const std::uint8_t> row, std::uint32_t weigh
 
 void AreaAverage::finishLine() {
     constexpr std::size_t mostChannels = 4;
-    const double part = 1.0 / static_cast<double>(task_.from.pixels());
+    const std::uint64_t parts = task_.from.pixels();
     std::array<std::uint64_t, mostChannels> sums{};
     std::uint32_t missing = task_.from.width;
     for (std::size_t at = 0; at < columns_.size(); at += task_.channels)
@@ -44,7 +44,7 @@ void AreaAverage::finishLine() {
             missing -= weight;
             if (missing > 0) continue;
             for (std::size_t channel = 0; channel < task_.channels; ++channel)
-                result_.push_back(static_cast<std::uint8_t>(static_cast<double>(sums[channel]) * part + 0.5));
+                result_.push_back(static_cast<std::uint8_t>((sums[channel] + parts / 2) / parts));
             sums = {};
             missing = task_.from.width;
         }
