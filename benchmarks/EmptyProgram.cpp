@@ -1,13 +1,17 @@
 // As little as a program with an icon in the tray can be: what starting costs at least.
-#include <QApplication>
-#include <QPixmap>
-#include <QSystemTrayIcon>
+#include "platform/linux/LinuxStatusItem.h"
+#include "platform/linux/QtScheduler.h"
+
+#include <QGuiApplication>
+#include <cstdlib>
 
 int main(int count, char** arguments) {
-    QApplication application(count, arguments);
-    QPixmap picture(22, 22);
-    picture.fill(Qt::white);
-    QSystemTrayIcon icon{QIcon(picture)};
-    icon.show();
-    return QApplication::exec();
+    QGuiApplication application(count, arguments);
+    const auto connection = nettlecap::X11Connection::open();
+    if (!connection) return EXIT_FAILURE;
+    nettlecap::QtScheduler scheduler;
+    nettlecap::LinuxStatusItem icon(**connection, scheduler);
+    icon.setImage(
+        {.size = {22, 22}, .rectangles = {{.frame = {.origin = {1, 1}, .size = {20, 20}}}}, .strokes = {}});
+    return QGuiApplication::exec();
 }

@@ -1,23 +1,26 @@
 // As little as a program with an icon in the tray and a Qt Quick window can be, with the
 // window shown once and closed again: what holding one costs at least.
-#include <QApplication>
-#include <QPixmap>
+#include "platform/linux/LinuxStatusItem.h"
+#include "platform/linux/QtScheduler.h"
+
+#include <QGuiApplication>
 #include <QQmlComponent>
 #include <QQmlEngine>
 #include <QQuickWindow>
-#include <QSystemTrayIcon>
 #include <cstdio>
 #include <cstdlib>
 #include <malloc.h>
 
 int main(int count, char** arguments) {
     QQuickWindow::setGraphicsApi(QSGRendererInterface::Software);
-    QApplication application(count, arguments);
-    QApplication::setQuitOnLastWindowClosed(false);
-    QPixmap picture(22, 22);
-    picture.fill(Qt::white);
-    QSystemTrayIcon icon{QIcon(picture)};
-    icon.show();
+    QGuiApplication application(count, arguments);
+    QGuiApplication::setQuitOnLastWindowClosed(false);
+    const auto connection = nettlecap::X11Connection::open();
+    if (!connection) return EXIT_FAILURE;
+    nettlecap::QtScheduler scheduler;
+    nettlecap::LinuxStatusItem icon(**connection, scheduler);
+    icon.setImage(
+        {.size = {22, 22}, .rectangles = {{.frame = {.origin = {1, 1}, .size = {20, 20}}}}, .strokes = {}});
     QQmlEngine engine;
     QQmlComponent component(&engine);
     component.setData("import QtQuick\nWindow { width: 430; height: 560; visible: true }", QUrl());
@@ -30,5 +33,5 @@ int main(int count, char** arguments) {
         std::fflush(stdout);
     };
     QObject::connect(window, &QQuickWindow::frameSwapped, window, closed, Qt::QueuedConnection);
-    return QApplication::exec();
+    return QGuiApplication::exec();
 }

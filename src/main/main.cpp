@@ -12,10 +12,11 @@
 #include "ui/qml/AppIcon.h"
 #include "ui/qml/QuickPanels.h"
 #include "ui/qml/QuickPopover.h"
+#include "ui/qml/QuickStatusItemWindows.h"
 #include "ui/qml/QuickViewFactory.h"
 
-#include <QApplication>
 #include <QClipboard>
+#include <QGuiApplication>
 #include <QQuickWindow>
 #include <QSessionManager>
 #include <cstdio>
@@ -94,11 +95,16 @@ int run(LinuxPlatform& backend) {
     const Platform platform = backend.platform();
     QuickViewFactory views(ClipboardStore::defaultImagesDirectory(platform.files));
     QuickPanels panels(backend.windows(), backend.screens());
+    const auto itemGeometry = [&item = backend.statusItem()] { return item.geometry(); };
     QuickPopover popover({.windows = backend.windows(),
                           .screens = backend.screens(),
                           .scheduler = platform.scheduler,
                           .events = platform.events},
-                         [&item = backend.statusItem()] { return item.geometry(); });
+                         itemGeometry);
+    QuickStatusItemWindows itemWindows(
+        {.windows = backend.windows(), .screens = backend.screens(), .events = platform.events},
+        views.engine(), itemGeometry);
+    const auto showing = backend.statusItem().showIn(itemWindows);
     AppModel app(platform, makeWindows(backend, panels, views), makeServices(backend));
     StatusBarPopoverContent content(contentPorts(backend), views);
     AppDelegate delegate({.app = app,
@@ -114,7 +120,7 @@ int run(LinuxPlatform& backend) {
     const TerminationSignals terminations([&application = platform.application] { application.terminate(); });
     delegate.applicationWillFinishLaunching();
     delegate.applicationDidFinishLaunching();
-    const int status = QApplication::exec();
+    const int status = QGuiApplication::exec();
     delegate.applicationWillTerminate();
     backend.handOver();
     return status;
@@ -132,7 +138,7 @@ int main() {
     char name[] = "nettlecap";
     char* arguments[] = {name, nullptr};
     int count = 1;
-    QApplication application(count, arguments);
+    QGuiApplication application(count, arguments);
     prepare(application);
 
     const auto instance = SingleInstance::claim();

@@ -62,6 +62,22 @@ public:
     [[nodiscard]] virtual Subscription onClick(std::function<void(StatusItemClick)> handler) = 0;
 };
 
+/// What a status item shows in windows of this program, where the system shows neither its
+/// menu nor its tool tip.
+class StatusItemWindows {
+public:
+    virtual ~StatusItemWindows() = default;
+
+    /// Beside the item, with the keyboard and the pointer for itself alone. Asks `willOpen`
+    /// first, and what is chosen acts once the menu is closed and `didClose` has been told.
+    /// The menu must stay until it is closed.
+    virtual void popUpMenu(Menu& menu) = 0;
+    virtual void closeMenu() = 0;
+
+    virtual void showToolTip(std::string_view text) = 0;
+    virtual void hideToolTip() = 0;
+};
+
 /// Hangs from the status item and closes when the user goes elsewhere: a click, another
 /// window, Escape where the content leaves it alone. The click on the status item that takes
 /// the keyboard from it finds it shown, so that the click closes it.

@@ -47,7 +47,7 @@ struct LinuxPlatform::Parts {
     std::unique_ptr<X11Keyboard> keyboard;
     std::unique_ptr<X11Bell> bell;
     std::unique_ptr<LinuxApplication> application;
-    std::unique_ptr<QtStatusItem> statusItem;
+    std::unique_ptr<LinuxStatusItem> statusItem;
 };
 
 Result<Done> LinuxPlatform::findDisplay() {
@@ -79,7 +79,8 @@ Result<std::unique_ptr<LinuxPlatform>> LinuxPlatform::open(const SingleInstance&
     if (!pasteboard) return Failure{pasteboard.description()};
     parts->pasteboard = std::move(*pasteboard);
     parts->workspace = std::make_unique<X11Workspace>(*parts->connection, *parts->inquiry, parts->entries);
-    parts->events = std::make_unique<X11EventMonitors>(*parts->workspace, *parts->inquiry, *parts->rawInput);
+    parts->events = std::make_unique<X11EventMonitors>(*parts->workspace, *parts->inquiry, *parts->rawInput,
+                                                       *parts->connection);
     auto hotKeys = X11HotKeys::open();
     if (!hotKeys) return Failure{hotKeys.description()};
     parts->hotKeys = std::move(*hotKeys);
@@ -91,7 +92,7 @@ Result<std::unique_ptr<LinuxPlatform>> LinuxPlatform::open(const SingleInstance&
                                                                        .hotKeys = *parts->hotKeys});
     parts->bell = std::make_unique<X11Bell>(*parts->connection);
     parts->application = std::make_unique<LinuxApplication>(*parts->bell, instance, std::move(drawings));
-    parts->statusItem = std::make_unique<QtStatusItem>(*parts->connection);
+    parts->statusItem = std::make_unique<LinuxStatusItem>(*parts->connection, parts->scheduler);
     return std::unique_ptr<LinuxPlatform>(new LinuxPlatform(std::move(parts)));
 }
 
@@ -120,7 +121,7 @@ Screens& LinuxPlatform::screens() { return *parts_->screens; }
 
 NativeWindows& LinuxPlatform::windows() { return *parts_->windows; }
 
-QtStatusItem& LinuxPlatform::statusItem() { return *parts_->statusItem; }
+LinuxStatusItem& LinuxPlatform::statusItem() { return *parts_->statusItem; }
 
 LoginItem& LinuxPlatform::loginItem() { return parts_->loginItem; }
 

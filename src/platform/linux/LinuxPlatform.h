@@ -6,14 +6,14 @@
 #include "platform/SoftwareUpdater.h"
 #include "platform/Windows.h"
 #include "platform/linux/LinuxApplication.h"
-#include "platform/linux/QtStatusItem.h"
+#include "platform/linux/LinuxStatusItem.h"
 
 namespace nettlecap {
 
-/// The whole Linux backend, on X11. Needs a QApplication; the model that uses it goes first.
+/// The whole Linux backend, on X11. Needs a QGuiApplication; the model that uses it goes first.
 class LinuxPlatform {
 public:
-    /// Whether there is a display to work on. Ask before making the QApplication: Qt
+    /// Whether there is a display to work on. Ask before making the QGuiApplication: Qt
     /// ends the process where there is none.
     static Result<Done> findDisplay();
 
@@ -27,7 +27,7 @@ public:
     /// What the windows need beside those.
     Screens& screens();
     NativeWindows& windows();
-    QtStatusItem& statusItem();
+    LinuxStatusItem& statusItem();
     /// And what belongs to the program as it is installed.
     LoginItem& loginItem();
     const BundleInfo& bundle() const;

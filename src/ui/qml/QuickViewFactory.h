@@ -18,6 +18,9 @@ public:
                                          std::unique_ptr<SettingsNavigationButton> button) override;
     void releaseMemory() override;
 
+    /// Knows the components; for what is shown beside the views.
+    QQmlEngine& engine() { return engine_; }
+
 private:
     std::unique_ptr<HostedView> make(const char* name, const QVariantMap& properties,
                                      std::unique_ptr<QObject> owned);

@@ -12,10 +12,13 @@ class EmbeddingTray final : public TestClient {
 public:
     static constexpr std::uint16_t side = 24;  ///< of an icon
 
-    EmbeddingTray();
+    enum class Kind { black, blue, translucent };
+
+    explicit EmbeddingTray(Kind kind = Kind::black);
 
     /// The icon that it took last; none: nobody brought one.
     xcb_window_t icon() const { return icon_; }
+    void resizeIcon(std::uint32_t width, std::uint32_t height);
 
 protected:
     void handle(const xcb_generic_event_t& event) override;

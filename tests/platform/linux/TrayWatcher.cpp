@@ -13,8 +13,9 @@ const QString path = QStringLiteral("/StatusNotifierWatcher");
 
 TrayWatcher::TrayWatcher(bool hasHost)
     : bus_(QDBusConnection::connectToBus(QDBusConnection::SessionBus, busName)), hasHost_(hasHost) {
-    EXPECT_TRUE(bus_.registerObject(
-        path, this, QDBusConnection::ExportAllProperties | QDBusConnection::ExportAllSignals));
+    EXPECT_TRUE(bus_.registerObject(path, this,
+                                    QDBusConnection::ExportAllProperties | QDBusConnection::ExportAllSlots |
+                                        QDBusConnection::ExportAllSignals));
     EXPECT_TRUE(bus_.registerService(name));
 }
 
@@ -26,6 +27,11 @@ TrayWatcher::~TrayWatcher() {
 void TrayWatcher::addHost() {
     hasHost_ = true;
     Q_EMIT StatusNotifierHostRegistered();
+}
+
+void TrayWatcher::removeHost() {
+    hasHost_ = false;
+    Q_EMIT StatusNotifierHostUnregistered();
 }
 
 bool TrayWatcher::isHostRegistered() {

@@ -2,6 +2,7 @@
 
 #include <QDBusConnection>
 #include <QObject>
+#include <QStringList>
 
 namespace nettlecap {
 
@@ -17,10 +18,16 @@ public:
     ~TrayWatcher() override;
 
     void addHost();
-    int timesAsked() const { return timesAsked_; }  ///< for a host
+    void removeHost();
+    const QStringList& items() const { return items_; }  ///< every one that was ever registered
+    int timesAsked() const { return timesAsked_; }       ///< for a host
+
+public Q_SLOTS:
+    void RegisterStatusNotifierItem(const QString& service) { items_ << service; }
 
 Q_SIGNALS:
     void StatusNotifierHostRegistered();
+    void StatusNotifierHostUnregistered();
 
 private:
     bool isHostRegistered();
@@ -28,6 +35,7 @@ private:
     QDBusConnection bus_;
     bool hasHost_;
     int timesAsked_ = 0;
+    QStringList items_;
 };
 
 }  // namespace nettlecap

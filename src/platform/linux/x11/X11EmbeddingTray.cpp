@@ -12,6 +12,10 @@ int numberOfScreen(const X11Connection& connection) {
     return number;
 }
 
+bool isOwned(const OwnerChange& change) {
+    return change.kind == OwnerChange::Kind::newOwner && change.owner != XCB_WINDOW_NONE;
+}
+
 }  // namespace
 
 Result<std::unique_ptr<X11EmbeddingTray>> X11EmbeddingTray::open(X11Connection& connection) {
@@ -23,7 +27,13 @@ Result<std::unique_ptr<X11EmbeddingTray>> X11EmbeddingTray::open(X11Connection& 
 
 Subscription X11EmbeddingTray::onArrival(Task handler) const {
     return watch_->onChange([handler = std::move(handler)](const OwnerChange& change) {
-        if (change.kind == OwnerChange::Kind::newOwner && change.owner != XCB_WINDOW_NONE) handler();
+        if (isOwned(change)) handler();
+    });
+}
+
+Subscription X11EmbeddingTray::onDeparture(Task handler) const {
+    return watch_->onChange([handler = std::move(handler)](const OwnerChange& change) {
+        if (!isOwned(change)) handler();
     });
 }
 

@@ -11,9 +11,11 @@ public:
     /// The connection must outlive this.
     static Result<std::unique_ptr<X11EmbeddingTray>> open(X11Connection& connection);
 
-    bool isThere() const { return watch_->owner() != XCB_WINDOW_NONE; }
+    bool isThere() const { return window() != XCB_WINDOW_NONE; }
+    xcb_window_t window() const { return watch_->owner(); }  ///< NONE: there is no tray
     /// Also of one that takes the place of another.
     Subscription onArrival(Task handler) const;
+    Subscription onDeparture(Task handler) const;  ///< with none that takes its place
 
 private:
     explicit X11EmbeddingTray(std::unique_ptr<SelectionWatch> watch) : watch_(std::move(watch)) {}

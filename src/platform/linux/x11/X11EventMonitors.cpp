@@ -22,14 +22,17 @@ EventMonitors::Handler filtered(std::uint32_t mask, EventMonitors::Handler handl
     };
 }
 
-/// Everything that Qt shows, tray icon and pop-ups included, is made by its one connection.
-bool isOfThisProgram(xcb_window_t window) {
+bool isOf(xcb_connection_t* xcb, xcb_window_t window) {
+    const xcb_setup_t* setup = xcb_get_setup(xcb);
+    return (window & ~setup->resource_id_mask) == setup->resource_id_base;
+}
+
+/// Everything that Qt shows, pop-ups included, is made by its one connection.
+bool isOfQt(xcb_window_t window) {
     const auto* application = qobject_cast<QGuiApplication*>(QCoreApplication::instance());
     const auto* x11 =
         application ? application->nativeInterface<QNativeInterface::QX11Application>() : nullptr;
-    if (!x11) return false;
-    const xcb_setup_t* setup = xcb_get_setup(x11->connection());
-    return (window & ~setup->resource_id_mask) == setup->resource_id_base;
+    return x11 && isOf(x11->connection(), window);
 }
 
 }  // namespace
@@ -43,6 +46,7 @@ public:
     }
 
     Subscription subscribe(Handler handler) { return input_.subscribe(std::move(handler)); }
+    void tell(const InputEvent& event) const { input_.emit(event); }
 
     bool eventFilter(QObject* watched, QEvent* event) override {
         if (watched->isWindowType() && event->spontaneous()) look(*event);
@@ -71,8 +75,9 @@ private:
     Signal<InputEvent> input_;
 };
 
-X11EventMonitors::X11EventMonitors(Workspace& workspace, X11Inquiry& inquiry, X11RawInput& raw)
-    : workspace_(workspace), inquiry_(inquiry), raw_(raw),
+X11EventMonitors::X11EventMonitors(Workspace& workspace, X11Inquiry& inquiry, X11RawInput& raw,
+                                   const X11Connection& connection)
+    : workspace_(workspace), inquiry_(inquiry), raw_(raw), connection_(connection),
       local_(std::make_unique<LocalInput>(raw.keyTable())), activationDelay_(std::make_unique<QTimer>()) {
     activationDelay_->setSingleShot(true);
     activationDelay_->callOnTimeout([this] { tellPendingClick(); });
@@ -114,7 +119,9 @@ void X11EventMonitors::receive(const InputEvent& event) {
 
 void X11EventMonitors::receiveClick(const InputEvent& event) {
     const auto clicked = windowsUnderPointer();
-    if (std::ranges::any_of(clicked, isOfThisProgram)) return;
+    const auto isOurs = [this](xcb_window_t window) { return isOf(connection_.xcb(), window); };
+    if (std::ranges::any_of(clicked, isOurs)) return local_->tell(event);
+    if (std::ranges::any_of(clicked, isOfQt)) return;
     if (!mayComeToFront(clicked)) return global_.emit(event);
 
     pendingClick_ = event;

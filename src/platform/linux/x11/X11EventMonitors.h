@@ -16,7 +16,9 @@ namespace nettlecap {
 /// front, so that whoever then asks the workspace hears whose click it was.
 class X11EventMonitors final : public EventMonitors {
 public:
-    X11EventMonitors(Workspace& workspace, X11Inquiry& inquiry, X11RawInput& raw);
+    /// The connection has the program's icon in a tray, of which Qt knows nothing.
+    X11EventMonitors(Workspace& workspace, X11Inquiry& inquiry, X11RawInput& raw,
+                     const X11Connection& connection);
     ~X11EventMonitors() override;
 
     std::optional<Subscription> addGlobal(std::uint32_t mask, Handler handler) override;
@@ -36,6 +38,7 @@ private:
     Workspace& workspace_;
     X11Inquiry& inquiry_;
     X11RawInput& raw_;
+    const X11Connection& connection_;
     std::unique_ptr<LocalInput> local_;
     std::multiset<std::uint32_t> globalMasks_;
     Signal<InputEvent> global_;

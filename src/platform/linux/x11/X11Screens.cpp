@@ -1,5 +1,7 @@
 #include "platform/linux/x11/X11Screens.h"
 
+#include "platform/linux/x11/X11Pixels.h"
+
 #include <QGuiApplication>
 #include <QScreen>
 
@@ -12,21 +14,12 @@ namespace {
 constexpr std::size_t plainStrut = 4;     // left, right, top, bottom
 constexpr std::size_t partialStrut = 12;  // and where along the edge each begins and ends
 
-/// Qt keeps a screen's place in pixels and gives its size in points.
-QRect pixelsOf(const QScreen& screen) {
-    const QRect points = screen.geometry();
-    return {points.topLeft(), (QSizeF(points.size()) * screen.devicePixelRatio()).toSize()};
-}
-
 Rect pointsOf(const QRect& pixels, const QScreen& screen) {
-    const double ratio = screen.devicePixelRatio();
-    const QPointF start = screen.geometry().topLeft();
-    const QPointF corner = start + (pixels.topLeft() - start) / ratio;
-    const QSizeF size = QSizeF(pixels.size()) / ratio;
+    const QRectF points = inPoints(pixels, screen);
     const QRect primary = QGuiApplication::primaryScreen()->geometry();
     return {
-        .origin = {corner.x() - primary.x(), primary.y() + primary.height() - (corner.y() + size.height())},
-        .size = {size.width(), size.height()}};
+        .origin = {points.x() - primary.x(), primary.y() + primary.height() - (points.y() + points.height())},
+        .size = {points.width(), points.height()}};
 }
 
 }  // namespace
@@ -94,12 +87,10 @@ std::vector<Screen> X11Screens::all() const {
 Point X11Screens::pointerLocation() const {
     const auto question = xcb_query_pointer(inquiry_.xcb(), inquiry_.root()).sequence;
     const auto pointer = inquiry_.reply<xcb_query_pointer_reply_t>(question);
-    const QScreen* nearest = QGuiApplication::primaryScreen();
-    if (!pointer || !nearest) return {};
-    const QRect pixel(pointer->root_x, pointer->root_y, 1, 1);
-    for (const QScreen* screen : QGuiApplication::screens())
-        if (pixelsOf(*screen).contains(pixel)) nearest = screen;
-    return pointsOf(pixel, *nearest).origin;
+    if (!pointer) return {};
+    const QPoint pixel(pointer->root_x, pointer->root_y);
+    const QScreen* const nearest = screenAtPixel(pixel);
+    return nearest ? pointsOf({pixel, QSize(1, 1)}, *nearest).origin : Point();
 }
 
 std::vector<X11Screens::Reserved> X11Screens::reserved() const {

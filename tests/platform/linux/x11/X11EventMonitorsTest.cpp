@@ -287,6 +287,25 @@ TEST_F(X11EventMonitorsTest, KnowsAClickOnAWindowInsideOfOurs) {
     EXPECT_EQ(told(), "");
 }
 
+TEST_F(X11EventMonitorsTest, KnowsAClickOnAnIconOfOursInATray) {
+    const OtherWindow tray({.x = 600, .y = 400});
+    xcb_connection_t* xcb = session.connection->xcb();
+    const xcb_window_t icon = xcb_generate_id(xcb);
+    xcb_create_window(xcb, XCB_COPY_FROM_PARENT, icon, tray.id(), 0, 0, 100, 100, 0,
+                      XCB_WINDOW_CLASS_INPUT_OUTPUT, XCB_COPY_FROM_PARENT, 0, nullptr);
+    xcb_map_window(xcb, icon);
+    (void)session.connection->serverTime();
+
+    user.moveInto(icon);
+    user.click(1);
+
+    ASSERT_TRUE(waitFor([&] { return !toldHere_.empty(); }));
+    EXPECT_EQ(toldHere_, "l");
+    user.moveInto(other_.id());
+    EXPECT_EQ(told(), "");
+    xcb_destroy_window(xcb, icon);
+}
+
 TEST_F(X11EventMonitorsTest, CountsBothPressesOfADoubleClickHere) {
     const QWindow& window = session.openOwn();
     user.moveInto(static_cast<xcb_window_t>(window.winId()));

@@ -16,7 +16,7 @@ X11Session::X11Session()
     : connection(opened(X11Connection::open())), inquiry(opened(X11Inquiry::open())),
       workspace(std::make_unique<X11Workspace>(*connection, *inquiry, entries)),
       raw(opened(X11RawInput::open())),
-      monitors(std::make_unique<X11EventMonitors>(*workspace, *inquiry, *raw)) {
+      monitors(std::make_unique<X11EventMonitors>(*workspace, *inquiry, *raw, *connection)) {
     user.moveTo(1200, 780);  // off every window
 }
 

@@ -24,9 +24,9 @@ public:
     void stop() { waking_->stop(); }
     void pump();  ///< lets the others, and what waits in the background, go on
 
-    template <class Client>
-    Client& add() {
-        auto client = std::make_unique<Client>();
+    template <class Client, class... Arguments>
+    Client& add(Arguments... arguments) {
+        auto client = std::make_unique<Client>(arguments...);
         Client& result = *client;
         clients_.push_back(std::move(client));
         return result;
