@@ -23,6 +23,8 @@ NotifierItem::NotifierItem(QString title, Menu& menu)
     : title_(std::move(title)), menu_(menu), connectionName_(newConnectionName()),
       bus_(QDBusConnection::connectToBus(QDBusConnection::SessionBus, connectionName_)) {
     registerNotifierTypes();
+    later_.setSingleShot(true);
+    later_.callOnTimeout(this, [this] { tellNext(); });
     const auto all = QDBusConnection::ExportAllProperties | QDBusConnection::ExportAllSlots |
                      QDBusConnection::ExportAllSignals;
     bus_.registerObject(QString::fromLatin1(path), this, all);
@@ -62,8 +64,15 @@ void NotifierItem::ContextMenu(int, int) { tellLater(StatusItemClick::right); }
 
 /// The panel has its answer first, whatever the click does.
 void NotifierItem::tellLater(StatusItemClick click) {
-    QMetaObject::invokeMethod(
-        this, [this, click] { clicked_.emit(click); }, Qt::QueuedConnection);
+    untold_.push_back(click);
+    later_.start(0);
+}
+
+void NotifierItem::tellNext() {
+    const StatusItemClick click = untold_.front();
+    untold_.pop_front();
+    if (!untold_.empty()) later_.start(0);
+    clicked_.emit(click);  // which may be the end of this
 }
 
 }  // namespace nettlecap

@@ -5,6 +5,8 @@
 
 #include <QDBusConnection>
 #include <QDBusObjectPath>
+#include <QTimer>
+#include <deque>
 
 namespace nettlecap {
 
@@ -78,12 +80,15 @@ Q_SIGNALS:
 
 private:
     void tellLater(StatusItemClick click);
+    void tellNext();
 
     QString title_;
     QString toolTip_;
     NotifierPictures pictures_;
     NotifierMenu menu_;
     Signal<StatusItemClick> clicked_;
+    std::deque<StatusItemClick> untold_;
+    QTimer later_;
     QString connectionName_;
     QDBusConnection bus_;
 };

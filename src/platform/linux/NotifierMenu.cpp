@@ -33,6 +33,11 @@ std::vector<bool> enabledOnes(const Menu& menu) {
 
 }  // namespace
 
+NotifierMenu::NotifierMenu(Menu& menu) : menu_(menu) {
+    later_.setSingleShot(true);
+    later_.callOnTimeout(this, [this] { chooseNext(); });
+}
+
 void NotifierMenu::menuChanged() {
     isOpen_ = false;
     Q_EMIT LayoutUpdated(++revision_, 0);
@@ -115,8 +120,8 @@ QVariantMap NotifierMenu::propertiesOf(int id, const QStringList& wanted) const 
 void NotifierMenu::tell(int id, const QString& event) {
     if (event == QStringLiteral("clicked")) {
         // The panel has its answer first, whatever this does.
-        QMetaObject::invokeMethod(
-            this, [this, id] { choose(id); }, Qt::QueuedConnection);
+        chosen_.push_back(id);
+        later_.start(0);
     } else if (id == 0 && event == QStringLiteral("opened")) {
         if (!isOpen_) open();
     } else if (id == 0 && event == QStringLiteral("closed")) {
@@ -136,6 +141,13 @@ void NotifierMenu::open() {
             changed << NotifierMenuItem{.id = static_cast<int>(index) + 1,
                                         .properties = {{"enabled", static_cast<bool>(after[index])}}};
     if (!changed.isEmpty()) Q_EMIT ItemsPropertiesUpdated(changed, {});
+}
+
+void NotifierMenu::chooseNext() {
+    const int id = chosen_.front();
+    chosen_.pop_front();
+    if (!chosen_.empty()) later_.start(0);
+    choose(id);  // which may be the end of this
 }
 
 void NotifierMenu::choose(int id) {

@@ -5,6 +5,8 @@
 
 #include <QDBusContext>
 #include <QObject>
+#include <QTimer>
+#include <deque>
 
 namespace nettlecap {
 
@@ -20,7 +22,7 @@ class NotifierMenu : public QObject, protected QDBusContext {
 
 public:
     /// The menu must outlive this.
-    explicit NotifierMenu(Menu& menu) : menu_(menu) {}
+    explicit NotifierMenu(Menu& menu);
 
     void menuChanged();  ///< it is another one now
 
@@ -51,9 +53,12 @@ private:
     QVariantMap propertiesOf(int id, const QStringList& wanted) const;
     void tell(int id, const QString& event);
     void open();
+    void chooseNext();
     void choose(int id);
 
     Menu& menu_;
+    std::deque<int> chosen_;
+    QTimer later_;
     uint revision_ = 1;
     bool isOpen_ = false;
 };

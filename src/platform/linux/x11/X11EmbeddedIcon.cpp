@@ -3,6 +3,7 @@
 #include "platform/linux/x11/RenderFormats.h"
 
 #include <QtEndian>
+#include <algorithm>
 #include <array>
 #include <cstring>
 
@@ -12,6 +13,7 @@ namespace {
 
 constexpr std::uint32_t requestDock = 0;        // SYSTEM_TRAY_REQUEST_DOCK
 constexpr std::uint16_t firstSide = 22;         // until the tray says another
+constexpr int largestSide = 256;                // of the picture, however much room the tray gives
 constexpr std::uint32_t minimumSize = 1U << 4;  // WM_NORMAL_HINTS, PMinSize
 constexpr std::uint32_t takesNoInput = 1;       // WM_HINTS, InputHint, with a zero behind it
 constexpr std::uint8_t leftButton = 1, rightButton = 3;
@@ -207,7 +209,7 @@ void X11EmbeddedIcon::paint() {
     if (ink_ == XCB_NONE || !isEmbedded_) return;
     xcb_connection_t* xcb = connection_.xcb();
     xcb_clear_area(xcb, 0, window_, 0, 0, 0, 0);
-    const QImage image = look_.picture(std::min(size_.width(), size_.height()));
+    const QImage image = look_.picture(std::min({size_.width(), size_.height(), largestSide}));
     if (image.isNull()) return;
     const auto pixmap = xcb_generate_id(xcb);
     const auto picture = xcb_generate_id(xcb);

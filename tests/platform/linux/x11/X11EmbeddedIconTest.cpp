@@ -87,6 +87,15 @@ TEST_F(X11EmbeddedIconTest, IsDrawnInTheSizeThatItHas) {
     EXPECT_EQ(icon->geometry().size(), QSize(40, 32));
 }
 
+TEST_F(X11EmbeddedIconTest, StaysSmallInATrayWithAbsurdRoom) {
+    dock();
+
+    tray->resizeIcon(20'000, 20'000);
+
+    EXPECT_TRUE(world.waitFor([this] { return sides.back() == 256; }));
+    EXPECT_EQ(icon->geometry().size(), QSize(20'000, 20'000)) << "the connection lives";
+}
+
 TEST_F(X11EmbeddedIconTest, IsDrawnAnewOnDemand) {
     dock();
     EXPECT_TRUE(waitForColour(0x102030));
