@@ -1,6 +1,6 @@
 import QtQuick
 
-/// One line of a context menu, or the line between two groups of them.
+/// One line of a menu, or the line between two groups of them.
 Pressable {
     id: root
 
@@ -8,9 +8,11 @@ Pressable {
     required property var modelData
     required property bool isCurrent
 
+    property real roomBehind: 0  ///< the label
     readonly property ControlColors colors: Theme.colors.controls
+    readonly property color ink: isCurrent ? colors.accentText : modelData.isDestructive ? colors.destructive : colors.text
 
-    implicitWidth: label.implicitWidth + 24
+    implicitWidth: label.implicitWidth + roomBehind + 24
     implicitHeight: modelData.isDivider ? 9 : Theme.controlHeight + 2
     enabled: !modelData.isDivider
     opacity: 1
@@ -43,7 +45,8 @@ Pressable {
         text: root.modelData.label
         textFormat: Text.PlainText
         font: Theme.body
-        color: root.isCurrent ? root.colors.accentText : root.modelData.isDestructive ? root.colors.destructive : root.colors.text
+        color: root.ink
+        opacity: root.enabled ? 1 : 0.45
         Accessible.ignored: true
     }
 }
