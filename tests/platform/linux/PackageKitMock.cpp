@@ -28,7 +28,7 @@ QDBusConnection PrivateBus::connect(const QString& name) {
 }
 
 void PrivateBus::stop() {
-    daemon_.kill();
+    daemon_.terminate();  // killed, it would leave its socket behind
     daemon_.waitForFinished();
 }
 
