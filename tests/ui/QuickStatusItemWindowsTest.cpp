@@ -144,6 +144,7 @@ TEST_F(QuickStatusItemWindowsTest, ThePointerHighlightsOnceItHasMoved) {
     StatusItemWindow* window = open();
     auto* view = window->content().property("view").value<StatusItemMenu*>();
 
+    QTest::mouseMove(window, middleOf(0));  // another test may have left it on the line below
     QTest::mouseMove(window, middleOf(2));
     EXPECT_TRUE(QTest::qWaitFor([&] { return view->current() == 2; }));
 
