@@ -26,12 +26,19 @@ public:
     const std::vector<std::uint8_t>& result() const { return result_; }
 
 private:
+    void addWhole(std::span<const std::uint8_t> row);
     void addPart(std::span<const std::uint8_t> row, std::uint32_t weight);
+    void gatherWholes();
     void finishLine();
+    template <std::size_t channels>
+    void appendLine();
 
     Task task_;
-    std::vector<std::uint32_t> columns_;  ///< of the line in the making
-    std::uint32_t missing_;               ///< of that line's height, in parts of a row
+    // Sums of the line in the making: of rows that are whole in it, and of all, in parts of a row.
+    std::vector<std::uint16_t> wholes_;
+    int wholeRows_ = 0;
+    std::vector<std::uint32_t> columns_;
+    std::uint32_t missing_;  ///< of that line's height, in parts of a row
     std::vector<std::uint8_t> result_;
 };
 
