@@ -68,21 +68,32 @@ def listen():
         loop.iteration(False)
 
 
+def _answers(asked, question):
+    """Of those that are not gone between that they were found and the question."""
+    found = []
+    for node in asked:
+        with contextlib.suppress(AttributeError, GLib.Error):
+            found.append(question(node))
+    return found
+
+
 def texts(application):
     """What stands in the text fields of that program."""
-    return [
-        node.get_text(0, -1)
-        for node in nodes("text")
-        if node.get_application().get_name() == application
-    ]
+    told = _answers(nodes("text"), lambda node: (node.get_application().get_name(), node.get_text(0, -1)))
+    return [text for program, text in told if program == application]
 
 
 def names(role):
-    return [node.get_name() for node in nodes(role)]
+    return _answers(nodes(role), lambda node: node.get_name())
+
+
+def _names_in_state(role, state):
+    told = _answers(nodes(role), lambda node: (node.get_name(), node.get_state_set().contains(state)))
+    return [name for name, is_in_state in told if is_in_state]
 
 
 def selected(role):
-    return [node.get_name() for node in nodes(role) if node.get_state_set().contains(Atspi.StateType.SELECTED)]
+    return _names_in_state(role, Atspi.StateType.SELECTED)
 
 
 def place(node):
@@ -93,8 +104,16 @@ def place(node):
     return corner.x, corner.y, size.width, size.height
 
 
+def all_named(role, name):
+    return [node for node, told in _answers(nodes(role), lambda node: (node, node.get_name())) if told == name]
+
+
 def named(role, name):
-    return next((node for node in nodes(role) if node.get_name() == name), None)
+    return next(iter(all_named(role, name)), None)
+
+
+def places(role, name):
+    return _answers(all_named(role, name), place)
 
 
 def rows():
@@ -105,7 +124,7 @@ def rows():
 
 
 def row_names():
-    return [node.get_name() for node in rows()]
+    return _answers(rows(), lambda node: node.get_name())
 
 
 def middle(node):
@@ -114,7 +133,7 @@ def middle(node):
 
 
 def checked(role):
-    return [node.get_name() for node in nodes(role) if node.get_state_set().contains(Atspi.StateType.CHECKED)]
+    return _names_in_state(role, Atspi.StateType.CHECKED)
 
 
 def press(role, name):

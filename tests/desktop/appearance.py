@@ -76,7 +76,7 @@ class AppearanceTest(DesktopTest):
         run("xdotool", "mousemove", "2", "798")
 
     def hover(self, role, name):
-        node = wait_until(lambda: next((node for node in accessible.nodes(role) if node.get_name() == name), None), name)
+        node = wait_until(lambda: accessible.named(role, name), name)
         run("xdotool", "mousemove", *map(str, self.program.middle(node)))
 
     def press(self, role, name):

@@ -1,6 +1,7 @@
 """Somebody who doesn't see the screen and has no mouse: knows what the accessibility tree
 tells, presses what it offers, and has a keyboard."""
 
+import contextlib
 import json
 
 import accessible
@@ -41,9 +42,10 @@ def tree(everything=False):
     desktop = Atspi.get_desktop(0)
     desktop.clear_cache()
     for number in range(desktop.get_child_count()):
-        program = desktop.get_child_at_index(number)
-        if program is not None and program.get_name() == "Nettlecap":
-            _collect(program, everything, found)
+        with contextlib.suppress(AttributeError, GLib.Error):  # gone between the question and the answer
+            program = desktop.get_child_at_index(number)
+            if program.get_name() == "Nettlecap":
+                _collect(program, everything, found)
     return found
 
 
