@@ -69,7 +69,7 @@ def listen():
 
 
 def _answers(asked, question):
-    """Of those that are not gone between that they were found and the question."""
+    """What those answer that are still there: one may be gone since it was found."""
     found = []
     for node in asked:
         with contextlib.suppress(AttributeError, GLib.Error):

@@ -86,10 +86,17 @@ class PanelTest(HotKeyTest):
         point_at(*map(int, self.content_middle()))
 
         def in_sight():
-            places = [accessible.place(node) for node in accessible.nodes(role) if node.get_name() == name]
-            return any(top + height < 540 for _, top, _, height in places)
+            return any(top + height < 540 for _, top, _, height in accessible.places(role, name))
 
         keep_doing(lambda: run("xdotool", "click", "5"), in_sight, f"a {role} {name!r} in sight", every=0.1)
+        seen = []
+
+        def at_rest():
+            """It glides on after the last turn, and a click in the meantime would miss it."""
+            seen.append(accessible.places(role, name))
+            return len(seen) >= 25 and all(places == seen[-1] for places in seen[-25:])
+
+        wait_until(at_rest, f"the {role} {name!r} comes to rest")
 
     def point_at_row(self, number):
         point_at(*self.program.middle_of_row(number))
