@@ -81,14 +81,17 @@ class SearchKeyTest(HotKeyTest):
         self.copied("o primeiro", "o segundo", "o terceiro")
 
     def in_each_target(self, act):
-        """Nothing is typed into it, and it has the keyboard again afterwards."""
+        """It has the keyboard again afterwards, and nothing was typed or pasted into it: that
+        would have come before what is pasted then."""
         for kind in targets.ALL:
             with self.subTest(kind.__name__):
                 target = kind(self)
                 act()
                 wait_until(lambda: not self.program.panel(), "the panel is closed")
                 wait_until(lambda: self.screen.active() == target.window.id, "the program is in front again")
-                target.expect("")
+                self.copied("o segundo", "o terceiro")  # back to the start
+                self.paste(OLDER)
+                target.expect("o segundo")
 
     def test_escape_closes_it_and_the_program_has_the_keyboard_again(self):
         def open_and_close():

@@ -29,7 +29,8 @@ class PasteOnReleaseTest(HotKeyTest):
     def test_pastes_into_a_gtk_program(self):
         zenity = self.gesture_into(targets.Zenity, "paste")
 
-        self.assertEqual(zenity.printed(), "+=o primeiro: ação=")
+        self.assertTrue(zenity.known.endswith("+=o primeiro: ação="))
+        self.assertEqual(zenity.printed(), zenity.known)
 
     def test_pastes_into_a_qt_program(self):
         self.gesture_into(targets.FeatherPad, "paste")

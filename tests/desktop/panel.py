@@ -94,7 +94,7 @@ class PanelTest(HotKeyTest):
         def at_rest():
             """It glides on after the last turn, and a click in the meantime would miss it."""
             seen.append(accessible.places(role, name))
-            return len(seen) >= 25 and all(places == seen[-1] for places in seen[-25:])
+            return seen[-1] and len(seen) >= 25 and all(places == seen[-1] for places in seen[-25:])
 
         wait_until(at_rest, f"the {role} {name!r} comes to rest")
 

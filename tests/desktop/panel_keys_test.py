@@ -31,10 +31,10 @@ class PanelKeysTest(PanelTest):
     def test_the_arrows_stop_at_both_ends(self):
         self.keyboard.tap("Up")
         self.wait_for_selection("linha um")
-        self.keyboard.tap("Down", "Down")
-        self.wait_for_selection("linha um")
-        self.keyboard.tap(*["Up"] * 6)
-        self.wait_for_selection("outra")
+        self.keyboard.tap("Down", "Down", "Up")
+        self.wait_for_selection("linha dois")
+        self.keyboard.tap(*["Up"] * 6, "Down")
+        self.wait_for_selection("linha três")
 
     def test_with_nothing_selected_backspace_and_delete_edit_the_query(self):
         self.keyboard.tap(*"xlin")

@@ -4,6 +4,7 @@ import time
 
 import targets
 from desktop import click, main, point_at, remains, wait_until
+from hot_keys import OLDER
 from panel import PanelTest
 
 LONG = "um texto comprido que não cabe na linha " * 5
@@ -114,7 +115,9 @@ class ClickByDefaultTest(ClickTest):
 
         self.expect_only_copied()
         self.keyboard.tap("Escape")
-        self.expect_pasted("")
+        self.wait_until_closed(self.target)
+        self.paste(OLDER)  # a click's paste would have come before this one
+        self.target.expect("o primeiro")
 
     def test_what_is_pasted_now_is_pasted_all_the_same(self):
         click(*self.program.middle_of_row(1), button=3)
