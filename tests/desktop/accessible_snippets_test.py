@@ -31,7 +31,7 @@ class SnippetsTest(ReaderTest):
         self.press("push button", "Adicionar")
         self.fill_in(title, *lines)
         self.press(*SAVE)
-        self.wait_until_gone("dialog")
+        self.wait_until_sheet_closed()
         self.wait_for("list item", title)
 
     def test_the_first_one_is_written_with_the_keyboard(self):
@@ -112,6 +112,7 @@ class SnippetsTest(ReaderTest):
         self.wait_for_focus(*SAVE)
         keys("space")
         self.wait_for_messages(("um", "novo"))
+        self.wait_until_sheet_closed()
         self.wait_for_focus("text", "Buscar no salvos")
 
         keys("Down", "shift+F10", "Down", "Down", "Down")

@@ -187,7 +187,7 @@ class HistoryTextsTest(ReaderTest):
         self.wait_until_said("Nova mensagem salva", "Título", "Cancelar", "Salvar")
         self.wait_for_focus("text", "Título")
         keys("Tab", "a", "shift+Tab", "Return")
-        self.wait_until_gone("dialog")
+        self.wait_until_sheet_closed()
         keys("Down")
         self.wait_until_said("Clique para colar esta mensagem", "Editar mensagem", "Mensagem salva", "a")
 

@@ -107,8 +107,8 @@ class CardTest(HotKeyTest):
             run("wmctrl", "-s", "1")
             wait_until(lambda: self.screen.desktop() == 1, "the other workspace")
             x, y, width, height = self.rectangle(card)
+            wait_until(lambda: self.screen.colour(20, 20) != COLOUR, "the window stays behind")
             behind = self.screen.colour(20, 20)
-            self.assertNotEqual(behind, COLOUR)
             self.assertNotIn(self.screen.colour(x + width // 2, y + height - 12), (behind, COLOUR))
 
     def corners(self, card):

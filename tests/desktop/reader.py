@@ -72,6 +72,7 @@ class Announcements:
         for kind in self.KINDS:
             self.listener.register(kind)
             test.addCleanup(self.listener.deregister, kind)
+        tree()  # who answers has heard that somebody listens, and tells from then on
 
     def _hear(self, event):
         try:
@@ -265,6 +266,12 @@ class ReaderTest(DesktopTest):
         self.show_panel()
         keys("Right")
         self.wait_for_focus("text", "Buscar no salvos")
+
+    def wait_until_sheet_closed(self):
+        """It is a window of its own: the keyboard comes back to the panel after it is gone."""
+        self.wait_until_gone("dialog")
+        panel = self.program.panel()
+        wait_until(lambda: self.screen.focus() == panel.id, "the panel has the keyboard again")
 
     def show_settings(self):
         self.show_panel()

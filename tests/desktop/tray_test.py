@@ -5,7 +5,7 @@ import os
 import uuid
 
 import accessible
-from desktop import DesktopTest, click, keys, main, run, settled_screenshot, wait_until
+from desktop import DEADLINE, DesktopTest, click, keys, main, run, settled_screenshot, wait_until
 from ground import Ground
 from panel import BESIDE_ITS_NAME
 from reader import tree
@@ -83,7 +83,7 @@ class TrayTest(DesktopTest):
 
     def wait_for_end(self):
         process, self.program.process = self.program.process, None
-        self.assertEqual(process.wait(20), 0)
+        self.assertEqual(process.wait(DEADLINE), 0)
 
 
 class InEveryTray:
@@ -187,7 +187,8 @@ class Tint2Test(InEveryTray, TrayTest):
         self.start()
         self.open_menu()
         keys("ctrl+comma")
-        wait_until(lambda: self.screen.window("Nettlecap", "Ajustes do Nettlecap"), "the settings")
+        settings = wait_until(lambda: self.screen.window("Nettlecap", "Ajustes do Nettlecap"), "the settings")
+        wait_until(lambda: self.screen.active() == settings.id, "the settings have the keyboard")
         keys("Escape")
         wait_until(lambda: not self.screen.window("Nettlecap"), "the settings are gone")
 
@@ -254,8 +255,8 @@ class Tint2Test(InEveryTray, TrayTest):
         for name, prepare in (("alone", lambda: None), ("composited", self.compositor)):
             prepare()
             x, y = self.screen.position(self.open_popover())
+            wait_until(lambda: not self.is_ground(x + 20, y + 20), "the popover is drawn")
             wait_until(lambda: all(self.is_ground(x + 1, y + down) for down in (1, 558)), "the ground at the corners")
-            self.assertFalse(self.is_ground(x + 20, y + 20))
             picture(f"corners-{name}")
             self.press_icon()
             self.wait_until_closed()
