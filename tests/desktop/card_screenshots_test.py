@@ -15,6 +15,7 @@ LONG = (
     "4. Férias: enviar as datas à Marta.\n\n"
     "Qualquer correção, por favor, até amanhã ao meio-dia.\nAbraços,\nJoão"
 )
+TOP = ("Bom dia! Segue o relatório que combinamos.", "por cima")
 CARDS = ("missing", "picture", "long", "masked", "short")  # in the order of being copied
 
 
@@ -32,7 +33,7 @@ class CardScreenshotsTest(HotKeyTest):
             run("convert", "-size", "960x540", colours, str(path))
             self.offer(path.read_bytes(), "image/png")
             wait_until(lambda: self.program.wait_for_image()[1] == path.read_bytes(), "the picture is kept")
-        self.copied(LONG, "4539 1488 0343 6467", "Bom dia! Segue o relatório que combinamos.", "por cima")
+        self.copied(LONG, "4539 1488 0343 6467", *TOP)
         missing = self.program.history()[-1]
         (self.program.images / missing["imageFilename"]).unlink()
 
@@ -58,7 +59,7 @@ class CardScreenshotsTest(HotKeyTest):
         self.copy_all()
         self.photograph(appearance, "plain")
         self.wait_until_hidden()
-        self.copied("por cima")
+        self.copied(*TOP)  # back to the start
         self.compositor()
         self.photograph(appearance, "composited")
 

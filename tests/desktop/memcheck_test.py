@@ -27,8 +27,9 @@ class MemcheckTest(DesktopTest):
         owner = self.owner("--offer", f"UTF8_STRING={self.file('text', long)}", "--incremental", "UTF8_STRING")
         wait_until(lambda: "gave UTF8_STRING" in owner.events(), "it is taken in pieces")
         for kind in ("png", "tiff"):
+            before = program.history()[0]["id"]
             self.offer(run("convert", "-size", "320x200", "gradient:tomato-navy", f"{kind}:-"), f"image/{kind}")
-            program.wait_for_image()
+            wait_until(lambda: program.wait_for_image()[0]["id"] != before, f"the {kind} is kept")
         self.offer("o último")
         program.wait_for_text("o último")
 

@@ -55,7 +55,7 @@ class RivalTest(DesktopTest):
     def test_what_is_put_back_comes_to_rest(self):
         told = self.rival(delay=50)
         for text in ("um", "dois"):
-            self.offer(text)
+            self.copy(text)
             self.program.wait_for_text(text)
             wait_until(lambda: told()[-1:] == [f"owns {text}"], "the other one owns it")
         self.program.show_panel()
