@@ -4,7 +4,7 @@ import json
 import os
 import subprocess
 
-from desktop import PROGRAM, ROOM, keys, main, run, wait_until
+from desktop import PROGRAM, keys, main, run, wait_until
 from reader import SETTINGS, ReaderTest, tree
 
 HEADER = ("Nettlecap", "Histórico", "Salvos", "Ajustes")
@@ -272,12 +272,7 @@ class PermissionTextsTest(ReaderTest):
     preferences = {"autoPaste": True, "pasteHistoryOnDoubleClick": False}
 
     def start(self):
-        number = ROOM / "other-display"
-        with number.open("w") as file:
-            self.client("Xvfb", "-displayfd", "1", "-extension", "XTEST", "-noreset", "-nolisten", "tcp",
-                        stdout=file)
-        told = wait_until(lambda: (text := number.read_text()).endswith("\n") and text, "an X server")
-        self.program.environment["DISPLAY"] = f":{told.strip()}"
+        _, self.program.environment["DISPLAY"] = self.x_server("-extension", "XTEST")
         self.program.data.mkdir(parents=True, mode=0o700)
         kept = {"id": "00000000-0000-4000-8000-000000000000", "kind": "text", "text": "um", "createdAt": 0,
                 "fingerprint": "", "isFavorite": False, "sourceApplication": "Mousepad"}

@@ -312,6 +312,20 @@ class Desktop:
         self.addCleanup(self.end, process)
         return process
 
+    def x_server(self, *options):
+        """One more, and its display. Two that start at once may choose the same number; the
+        one that loses gives up."""
+        for _ in range(3):
+            reader, writer = os.pipe()
+            server = self.client("Xvfb", "-displayfd", str(writer), *options,
+                                 "-nolisten", "tcp", "-noreset", pass_fds=[writer])
+            os.close(writer)
+            with os.fdopen(reader) as told:
+                number = told.readline().strip()
+            if number:
+                return server, f":{number}"
+        raise AssertionError("no X server starts")
+
     @staticmethod
     def end(process):
         try:
@@ -348,6 +362,16 @@ class Desktop:
         process = self.client("xclip", "-quiet", "-selection", "clipboard", *kind, "-i", str(path))
         wait_until(lambda: self.screen.clipboard_owner() not in (0, before), "xclip owns the clipboard")
         return process
+
+    def offer_and_end(self, content, target):
+        """By a program that ends when that was taken: ours owns it once it has dealt with it."""
+        path = pathlib.Path(tempfile.mkstemp(dir=self.folder, prefix="offer-")[1])
+        path.write_bytes(content)
+        owner = self.owner("--offer", f"{target}={path}")
+        wait_until(lambda: f"gave {target}" in owner.events(), f"{target} is taken")
+        owner.tell("quit")
+        owner.process.wait(DEADLINE)
+        wait_until(lambda: self.screen.clipboard_owner() not in (0, owner.window()), f"{target} is kept")
 
     def pasted(self, target=None):
         """What another program gets when it pastes; nothing when nobody offers it."""

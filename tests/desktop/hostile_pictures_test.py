@@ -106,7 +106,7 @@ class HostilePicturesTest(HotKeyTest):
             (b"GIF89a\xff\xff\xff\xff\0\0\0" + bytes(100), "image/gif"),
             (b"<svg xmlns='http://www.w3.org/2000/svg' width='9' height='9'/>", "image/webp"),
         ):
-            self.offer(content, kind)
+            self.offer_and_end(content, kind)
             self.expect_well()
 
     def test_a_png_with_gigabytes_of_texts_is_captured_and_shown(self):
@@ -128,9 +128,12 @@ class HostilePicturesTest(HotKeyTest):
 
     def test_hostile_pictures_in_the_place_of_those_in_the_history(self):
         for content in (png_of_texts(), png_without_end(), png(side=60_000, bits=1), tiff_of_inks()):
-            self.offer(self.good_picture(), "image/png")
-            entry, _ = self.program.wait_for_image()
-            (self.program.images / entry["imageFilename"]).write_bytes(content)
+            good = self.good_picture()
+            self.offer(good, "image/png")
+            wait_until(lambda: self.top_picture() == good, "the good picture on top")
+            picture = self.program.images / self.program.history()[0]["imageFilename"]
+            self.copied("por cima")
+            picture.write_bytes(content)
 
             self.see_everything()
 

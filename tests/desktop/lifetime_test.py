@@ -124,7 +124,7 @@ class LifetimeTest(DesktopTest):
         self.assertIn("nettlecap: não foi possível abrir a tela", answer.stderr)
 
     def test_losing_the_x_server_ends_it_with_a_message(self):
-        server, number = self.another_x_server()
+        server, number = self.x_server("-screen", "0", "640x700x24")
         program = self.nettlecap(environment={"DISPLAY": number}).spawn()
         keep_doing(
             lambda: self.copy_on(number, "noutra tela"),
@@ -138,14 +138,6 @@ class LifetimeTest(DesktopTest):
 
         self.assertEqual(status, 1)
         self.assertIn("X", program.log.read_text())
-
-    def another_x_server(self):
-        reader, writer = os.pipe()
-        server = self.client("Xvfb", "-displayfd", str(writer), "-screen", "0", "640x700x24",
-                             "-nolisten", "tcp", "-noreset", pass_fds=[writer])
-        os.close(writer)
-        with os.fdopen(reader) as told:
-            return server, ":" + told.readline().strip()
 
     @staticmethod
     def copy_on(number, text):

@@ -83,8 +83,8 @@ class PicturesTest(DesktopTest):
         self.assertEqual(self.program.data.stat().st_mode & 0o777, 0o700)
 
     def test_bytes_that_are_no_picture_leave_the_program_well(self):
-        self.offer(b"II*\x00" + bytes(range(256)) * 40, "image/tiff")
-        self.offer(b"isto nem imagem parece", "image/jpeg")
+        self.offer_and_end(b"II*\x00" + bytes(range(256)) * 40, "image/tiff")
+        self.offer_and_end(b"isto nem imagem parece", "image/jpeg")
 
         self.offer("depois")
 

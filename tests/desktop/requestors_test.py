@@ -24,9 +24,7 @@ class RequestorsTest(DesktopTest):
 
     def own(self, target, content):
         """The program owns what was copied, once who had copied it is gone."""
-        owner = self.owner("--offer", f"{target}={self.file('content', content)}", "--quit-after", target)
-        owner.process.wait(60)
-        wait_until(lambda: self.screen.clipboard_owner() not in (0, owner.window()), "the program owns it")
+        self.offer_and_end(content, target)
         self.target, self.content = target, content
 
     def asked(self, *options):
