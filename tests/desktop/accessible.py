@@ -8,6 +8,9 @@ gi.require_version("Atspi", "2.0")
 from gi.repository import Atspi, GLib  # noqa: E402
 
 ENVIRONMENT = {"QT_LINUX_ACCESSIBILITY_ALWAYS_ON": "1"}
+# What comes of asking something that is gone between the question and the answer, or has no
+# answer any more for which interfaces it has. Its name is empty then, and it has no actions.
+GONE = (AttributeError, GLib.Error)
 
 
 def nodes(role):
@@ -28,7 +31,7 @@ def _collect(node, role, found):
             found.append(node)
         for number in range(node.get_child_count()):
             _collect(node.get_child_at_index(number), role, found)
-    except (AttributeError, GLib.Error):  # gone between the question and the answer
+    except GONE:
         pass
     return found
 
@@ -44,7 +47,7 @@ class Popups:
         test.addCleanup(self.listener.deregister, "object:state-changed:showing")
 
     def _hear(self, event):
-        with contextlib.suppress(AttributeError, GLib.Error):  # gone between the event and the question
+        with contextlib.suppress(*GONE):
             role = event.source.get_role_name()
             menu = event.source.get_parent() if role == "menu item" else event.source
             if menu and role in ("menu item", "menu", "popup menu") and menu not in self.menus:
@@ -56,7 +59,7 @@ class Popups:
         listen()
         for menu in self.menus:
             menu.clear_cache()
-            with contextlib.suppress(GLib.Error):  # gone between the question and the answer
+            with contextlib.suppress(*GONE):
                 found += [node.get_name() for node in _collect(menu, role, [])]
         return found
 
@@ -72,7 +75,7 @@ def _answers(asked, question):
     """What those answer that are still there: one may be gone since it was found."""
     found = []
     for node in asked:
-        with contextlib.suppress(AttributeError, GLib.Error):
+        with contextlib.suppress(*GONE):
             found.append(question(node))
     return found
 
@@ -119,7 +122,7 @@ def places(role, name):
 def rows():
     """Of a list, from top to bottom."""
     while True:
-        with contextlib.suppress(GLib.Error):  # one is gone between the question and the answer
+        with contextlib.suppress(*GONE):
             return sorted(nodes("list item"), key=lambda node: place(node)[1])
 
 
@@ -143,7 +146,7 @@ def press(role, name):
         try:
             if node.get_name() == name:
                 actions = [node.get_action_name(number) for number in range(node.get_n_actions())]
-                return node.do_action(actions.index("Press"))
-        except GLib.Error:  # gone between the question and the answer
+                return "Press" in actions and node.do_action(actions.index("Press"))
+        except GONE:
             pass
     return False
