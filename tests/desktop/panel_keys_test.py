@@ -33,7 +33,9 @@ class PanelKeysTest(PanelTest):
         self.wait_for_selection("linha um")
         self.keyboard.tap("Down", "Down", "Up")
         self.wait_for_selection("linha dois")
-        self.keyboard.tap(*["Up"] * 6, "Down")
+        self.keyboard.tap("Up", "Up")
+        self.wait_for_selection("outra")
+        self.keyboard.tap("Up", "Up", "Down")
         self.wait_for_selection("linha três")
 
     def test_with_nothing_selected_backspace_and_delete_edit_the_query(self):

@@ -91,6 +91,9 @@ class PlaceTest(PanelTest):
         for name, left, output in (("left", 0, "screen"), ("right", 640, "none")):
             run("xrandr", "--setmonitor", name, f"640/160x800/200+{left}+0", output)
             self.addCleanup(run, "xrandr", "--delmonitor", name)
+        self.open_panel()
+        self.keyboard.tap("Escape")  # told on the same connection as the monitors, and after them
+        self.wait_until_closed()
         for x, left in ((639, 0), (640, 640), (0, 0), (1279, 640)):
             with self.subTest(x):
                 run("xdotool", "mousemove", str(x), "780")
