@@ -2,7 +2,7 @@
 
 import contextlib
 
-from desktop import click, main, run, wait_until
+from desktop import click, main, remains, run, wait_until
 from ground import COLOUR, Ground
 from hot_keys import OLDER, HotKeyTest
 from keyboard import SUPER
@@ -50,7 +50,7 @@ class CardTest(HotKeyTest):
                 click(*place)
             wait_until(lambda: len(ground.listen().clicks) >= 3, "the window below is clicked")
             self.assertEqual(ground.clicks, places)
-            self.assertTrue(self.card())
+            remains(self.card, "the card is shown")
 
     def expect_place(self, card):
         left, top, width, height = self.screen.work_area()
