@@ -1,6 +1,8 @@
 """Pictures of the panel, its previews and the card on screens of other scales, for people to
 look at, in the artefacts folder. The screen is so large that it has 1280 x 800 points at 2."""
 
+import contextlib
+
 import accessible
 from appearance import AppearanceTest
 from desktop import keys, main, run, wait_until
@@ -8,6 +10,7 @@ from hot_keys import HINT, NEWER, OLDER
 from keyboard import SUPER, Keyboard
 from screenshots_test import ENTRIES
 from Xlib import X
+from Xlib.error import XError
 
 
 class ScalesScreenshotsTest(AppearanceTest):
@@ -53,11 +56,12 @@ class ScalesScreenshotsTest(AppearanceTest):
     def floating(self):
         """Where the window is that no window manager knows of."""
         for window in self.screen.root.query_tree().children:
-            known = window.get_attributes()
-            if known.override_redirect and known.map_state == X.IsViewable:
-                if (window.get_wm_class() or ("", ""))[1] == "Nettlecap":
-                    place = window.get_geometry()
-                    return place.x, place.y, place.x + place.width, place.y + place.height
+            with contextlib.suppress(XError):  # gone between the list and the question
+                known = window.get_attributes()
+                if known.override_redirect and known.map_state == X.IsViewable:
+                    if (window.get_wm_class() or ("", ""))[1] == "Nettlecap":
+                        place = window.get_geometry()
+                        return place.x, place.y, place.x + place.width, place.y + place.height
         return None
 
     def cards(self, name):
