@@ -1,6 +1,8 @@
 #include "platform/linux/DetachedProgram.h"
 
 #include <QProcess>
+#include <QProcessEnvironment>
+#include <array>
 #include <cstdlib>
 #include <sys/stat.h>
 #include <unistd.h>
@@ -17,6 +19,32 @@ mode_t currentMask() {
 /// Taken before main narrows it for our own files: a file manager that we start makes its
 /// files as if the user had started it.
 const mode_t maskOfSession = currentMask();
+
+struct Variable {
+    const char* name;
+    std::optional<std::string> value;  // absent: not set
+};
+
+Variable current(const char* name) {
+    const char* value = std::getenv(name);
+    return {.name = name, .value = value ? std::optional<std::string>(value) : std::nullopt};
+}
+
+/// Taken before main says how Qt is to run in this process: on a desktop that has no X server for
+/// it, another program would not start with that.
+const std::array qtOfSession{current("QT_QPA_PLATFORM"), current("QT_QPA_UPDATE_IDLE_TIME")};
+
+QProcessEnvironment environmentOfSession() {
+    auto environment = QProcessEnvironment::systemEnvironment();
+    for (const auto& [name, value] : qtOfSession) {
+        const QString variable = QString::fromLatin1(name);
+        if (value)
+            environment.insert(variable, QString::fromStdString(*value));
+        else
+            environment.remove(variable);
+    }
+    return environment;
+}
 
 bool canRun(const Path& path) {
     std::error_code error;
@@ -45,6 +73,7 @@ bool start(const Path& program, const std::vector<std::string>& arguments) {
     QStringList words;
     for (const std::string& argument : arguments) words += QString::fromStdString(argument);
     process.setArguments(words);
+    process.setProcessEnvironment(environmentOfSession());
     process.setStandardInputFile(QProcess::nullDevice());
     process.setStandardOutputFile(QProcess::nullDevice());
     process.setStandardErrorFile(QProcess::nullDevice());

@@ -91,6 +91,26 @@ TEST_F(DetachedProgramTest, ItHasThePermissionsMaskOfTheSession) {
     ::umask(session);
 }
 
+TEST_F(DetachedProgramTest, ItHasTheEnvironmentButNotWhatQtIsToldInThisProcess) {
+    const auto value = [](const char* name) -> std::string {
+        const char* found = std::getenv(name);
+        return found ? found : "none";
+    };
+    const Path program =
+        makeProgram(folder / "tool",
+                    "printf '%s|' \"$OTHER\" \"${QT_QPA_PLATFORM-none}\" \"${QT_QPA_UPDATE_IDLE_TIME-none}\""
+                    " > \"$1/half\"; mv \"$1/half\" \"$1/told\"\n");
+    const std::string atStart = value("QT_QPA_PLATFORM") + "|" + value("QT_QPA_UPDATE_IDLE_TIME") + "|";
+    const Environment other("OTHER", "kept");
+    const Environment platform("QT_QPA_PLATFORM", "ours");
+    const Environment idleTime("QT_QPA_UPDATE_IDLE_TIME", "0");
+
+    EXPECT_TRUE(detachedProgram::start(program, {folder}));
+
+    EXPECT_TRUE(runMainLoopUntil([&] { return fs::exists(folder / "told"); }));
+    EXPECT_EQ(told(), "kept|" + atStart);
+}
+
 TEST_F(DetachedProgramTest, SaysThatItCannotBeStarted) {
     EXPECT_FALSE(detachedProgram::start(folder / "other", {}));
 }
