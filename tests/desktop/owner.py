@@ -128,7 +128,7 @@ class Owner:
                 property=property_,
             )
         )
-        self.display.flush()
+        self.display.sync()  # flush may keep some of much for later
         if target in self.contents and target not in self.options.incremental:
             self.given(target)
 
@@ -168,7 +168,7 @@ class Owner:
         piece = transfer.next_piece(self.options.piece)
         time.sleep(self.options.pause / 1000)  # how slow it is, is what the test is about
         change.window.change_property(change.atom, self.atom(kind), 8, piece)
-        self.display.flush()
+        self.display.sync()
         tell(f"sent {transfer.sent}")
         if not piece:
             del self.transfers[key]
@@ -177,7 +177,6 @@ class Owner:
     def given(self, target):
         tell(f"gave {target}")
         if target == self.options.quit_after:
-            self.display.sync()
             sys.exit(0)
 
     def handle(self, happened):
