@@ -2,6 +2,7 @@
 #include "ui/ContentPorts.h"
 #include "ui/HistoryOnFakes.h"
 #include "ui/PrintQt.h"
+#include "ui/Waiting.h"
 #include "ui/qml/QuickPanel.h"
 #include "ui/qml/QuickViewFactory.h"
 
@@ -30,7 +31,7 @@ protected:
         panel.setContent(views.menuBarContent(std::make_unique<MenuBarContentView>(history.app, ports)));
         panel.setContentSize({430, 560});
         panel.makeKeyAndOrderFront();
-        ASSERT_TRUE(QTest::qWaitForWindowActive(&panel));
+        ASSERT_TRUE(waitUntilActive(panel));
     }
 
     /// In the panel, or in the sheet over it.

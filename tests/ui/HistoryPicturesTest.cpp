@@ -5,6 +5,7 @@
 #include "ui/ClipboardEntryRow.h"
 #include "ui/HistoryOnFakes.h"
 #include "ui/PrintQt.h"
+#include "ui/Waiting.h"
 
 #include <QColor>
 #include <QFile>
@@ -12,7 +13,6 @@
 #include <QQmlEngine>
 #include <QQuickItem>
 #include <QTemporaryDir>
-#include <QTest>
 #include <gtest/gtest.h>
 #include <sys/resource.h>
 
@@ -276,7 +276,7 @@ protected:
         component.setData("import QtQuick\nImage { sourceSize.width: 38; sourceSize.height: 38 }", QUrl());
         const std::unique_ptr<QObject> image(component.create());
         image->setProperty("source", address);
-        EXPECT_TRUE(QTest::qWaitFor([&] { return image->property("status").toInt() != loading; }, 20'000));
+        EXPECT_TRUE(waitUntil([&] { return image->property("status").toInt() != loading; }));
         return image->property("status").toInt();
     }
 

@@ -2,6 +2,7 @@
 #include "ui/ContentPorts.h"
 #include "ui/HistoryOnFakes.h"
 #include "ui/PrintQt.h"
+#include "ui/Waiting.h"
 #include "ui/qml/QuickHostedView.h"
 #include "ui/qml/QuickViewFactory.h"
 
@@ -31,7 +32,7 @@ protected:
         content->item().setParentItem(window.contentItem());
         content->item().setSize({430, 560});
         window.show();
-        ASSERT_TRUE(QTest::qWaitForWindowExposed(&window));
+        ASSERT_TRUE(waitUntilExposed(window));
     }
     bool isPreviewShownAfter(Seconds time) {
         history.fake.time.advance(time);

@@ -3,11 +3,11 @@
 #include "ui/ContentPorts.h"
 #include "ui/HistoryOnFakes.h"
 #include "ui/PrintQt.h"
+#include "ui/Waiting.h"
 #include "ui/qml/QuickPanel.h"
 #include "ui/qml/QuickViewFactory.h"
 
 #include <QGuiApplication>
-#include <QTest>
 #include <gtest/gtest.h>
 
 namespace nettlecap {
@@ -35,8 +35,8 @@ protected:
         panel.makeKeyAndOrderFront();
     }
     void SetUp() override {
-        ASSERT_TRUE(QTest::qWaitForWindowExposed(&panel));
-        ASSERT_TRUE(QTest::qWaitFor([this] { return row(1) && list(); }));
+        ASSERT_TRUE(waitUntilExposed(panel));
+        ASSERT_TRUE(waitUntil([this] { return row(1) && list(); }));
     }
     ClipboardEntryRow* row(int index) const {
         return qobject_cast<ClipboardEntryRow*>(view->historyRows()->row(static_cast<std::size_t>(index)));
@@ -114,9 +114,9 @@ TEST_F(PreviewHostTest, ShowsTheKindThatTheRowHas) {
     EXPECT_TRUE(shows("há 2 horas"));
 
     view->showSection(1);
-    ASSERT_TRUE(QTest::qWaitFor([this] { return list() && list()->property("count") == 1; }));
+    ASSERT_TRUE(waitUntil([this] { return list() && list()->property("count") == 1; }));
     select();
-    EXPECT_TRUE(QTest::qWaitFor([this] { return isShown() && shows("Mensagem salva"); }));
+    EXPECT_TRUE(waitUntil([this] { return isShown() && shows("Mensagem salva"); }));
 }
 
 TEST_F(PreviewHostTest, StandsBesideThePanelAndFollowsIt) {
@@ -126,8 +126,8 @@ TEST_F(PreviewHostTest, StandsBesideThePanelAndFollowsIt) {
 
     panel.setPosition(40, 90);
 
-    EXPECT_TRUE(QTest::qWaitFor([this] { return window()->x() == panel.frameGeometry().right() + 1; }));
-    EXPECT_TRUE(QTest::qWaitFor([&] { return window()->y() == before - 30; }));
+    EXPECT_TRUE(waitUntil([this] { return window()->x() == panel.frameGeometry().right() + 1; }));
+    EXPECT_TRUE(waitUntil([&] { return window()->y() == before - 30; }));
 }
 
 TEST_F(PreviewHostTest, FollowsItsRowWhenTheListScrolls) {
@@ -136,7 +136,7 @@ TEST_F(PreviewHostTest, FollowsItsRowWhenTheListScrolls) {
 
     list()->setProperty("contentY", list()->property("contentY").toDouble() + 20);
 
-    EXPECT_TRUE(QTest::qWaitFor([&] { return window()->y() == before - 20; }));
+    EXPECT_TRUE(waitUntil([&] { return window()->y() == before - 20; }));
 }
 
 TEST_F(PreviewHostTest, HidesAtOnceWhenItsRowHasNone) {
@@ -235,7 +235,7 @@ TEST_F(PreviewHostTest, ADeletedRowTakesItsPreviewAlong) {
 
     history.app.store().clearNonFavorites();
 
-    EXPECT_TRUE(QTest::qWaitFor([this] { return !isShown(); }));
+    EXPECT_TRUE(waitUntil([this] { return !isShown(); }));
 }
 
 TEST_F(PreviewHostTest, IsCutAroundItsOutlineOnlyWhereNothingIsTranslucent) {

@@ -1,13 +1,13 @@
 #include "ui/qml/QuickCard.h"
 #include "platform/fake/FakeWindows.h"
 #include "ui/PrintQt.h"
+#include "ui/Waiting.h"
 
 #include <QCoreApplication>
 #include <QGuiApplication>
 #include <QPointer>
 #include <QSGNode>
 #include <QScreen>
-#include <QTest>
 #include <gtest/gtest.h>
 
 namespace nettlecap {
@@ -101,7 +101,7 @@ TEST_F(QuickCardTest, DropsItsContentWithWhatWasDrawnOfIt) {
     int drawings = 0;
     show();
     card.setContent(std::make_unique<QuickHostedView>(std::make_unique<DrawnItem>(drawings), nullptr));
-    ASSERT_TRUE(QTest::qWaitFor([&] { return drawings == 1; }));
+    ASSERT_TRUE(waitUntil([&] { return drawings == 1; }));
 
     card.orderOut();
     card.dropContent();

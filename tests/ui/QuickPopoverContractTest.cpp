@@ -2,10 +2,10 @@
 #include "platform/fake/FakeEventMonitors.h"
 #include "platform/fake/FakeTime.h"
 #include "platform/fake/FakeWindows.h"
+#include "ui/Waiting.h"
 #include "ui/qml/QuickPopover.h"
 
 #include <QCoreApplication>
-#include <QTest>
 
 namespace nettlecap {
 namespace {
@@ -34,7 +34,7 @@ public:
         screens_.movePointer(item);
         other_.hide();
     }
-    bool runUntil(const std::function<bool()>& condition) override { return QTest::qWaitFor(condition); }
+    bool runUntil(const std::function<bool()>& condition) override { return waitUntil(condition); }
 
 private:
     static constexpr Point item{960, 540};

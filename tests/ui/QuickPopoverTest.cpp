@@ -3,6 +3,7 @@
 #include "ui/ContentPorts.h"
 #include "ui/HistoryOnFakes.h"
 #include "ui/PrintQt.h"
+#include "ui/Waiting.h"
 #include "ui/qml/QuickViewFactory.h"
 
 #include <QGuiApplication>
@@ -40,12 +41,12 @@ protected:
     void click() {
         if (popover.isShown()) return popover.close();
         popover.showBelowStatusItem();
-        ASSERT_TRUE(QTest::qWaitFor([this] { return popover.isActive(); }));
+        ASSERT_TRUE(waitUntil([this] { return popover.isActive(); }));
     }
     void takeKeyboard() {
         other.show();
         other.requestActivate();
-        ASSERT_TRUE(QTest::qWaitFor([this] { return !popover.isActive(); }));
+        ASSERT_TRUE(waitUntil([this] { return !popover.isActive(); }));
     }
     void pointAtItem() { screens.movePointer({item.x() + 5.0, height - 10}); }
     void pointElsewhere() { screens.movePointer({300, 20}); }
@@ -56,7 +57,7 @@ protected:
     }
     void openSheet() {
         if (!sheet()) view->createSnippet();
-        ASSERT_TRUE(QTest::qWaitFor([this] { return QGuiApplication::focusWindow() == sheet(); }));
+        ASSERT_TRUE(waitUntil([this] { return QGuiApplication::focusWindow() == sheet(); }));
     }
     QuickSheet* sheet() const { return SheetPlace::of(&popover)->window(); }
     void advance(Seconds time) { history.fake.time.advance(time); }
@@ -171,7 +172,7 @@ TEST_F(QuickPopoverTest, StaysWhenItHasTheKeyboardBackInTime) {
     click();
     takeKeyboard();
     popover.requestActivate();
-    ASSERT_TRUE(QTest::qWaitFor([this] { return popover.isActive(); }));
+    ASSERT_TRUE(waitUntil([this] { return popover.isActive(); }));
 
     advance(1s);
 
@@ -250,7 +251,7 @@ TEST_F(QuickPopoverTest, StaysWhileASheetOverItHasTheKeyboardAndWhenItIsGone) {
     EXPECT_TRUE(popover.isShown());
 
     view->dismissSnippetEditor();
-    EXPECT_TRUE(QTest::qWaitFor([this] { return QGuiApplication::focusWindow() == &popover; }));
+    EXPECT_TRUE(waitUntil([this] { return QGuiApplication::focusWindow() == &popover; }));
     EXPECT_TRUE(popover.isShown());
 }
 
@@ -267,7 +268,7 @@ TEST_F(QuickPopoverTest, ClosesWithItsSheetWhenTheUserGoesElsewhereAndOpensWithI
 
         pointAtItem();
         click();
-        EXPECT_TRUE(QTest::qWaitFor([this] { return sheet()->isVisible(); }));
+        EXPECT_TRUE(waitUntil([this] { return sheet()->isVisible(); }));
         click();
     }
 }

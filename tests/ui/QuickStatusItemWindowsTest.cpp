@@ -2,6 +2,7 @@
 #include "platform/fake/FakeEventMonitors.h"
 #include "platform/fake/FakeWindows.h"
 #include "ui/PrintQt.h"
+#include "ui/Waiting.h"
 #include "ui/qml/QuickViewFactory.h"
 
 #include <QAccessible>
@@ -146,10 +147,10 @@ TEST_F(QuickStatusItemWindowsTest, ThePointerHighlightsOnceItHasMoved) {
 
     QTest::mouseMove(window, middleOf(0));  // another test may have left it on the line below
     QTest::mouseMove(window, middleOf(2));
-    EXPECT_TRUE(QTest::qWaitFor([&] { return view->current() == 2; }));
+    EXPECT_TRUE(waitUntil([&] { return view->current() == 2; }));
 
     QTest::mouseMove(window, middleOf(1));
-    EXPECT_TRUE(QTest::qWaitFor([&] { return view->current() == -1; }));
+    EXPECT_TRUE(waitUntil([&] { return view->current() == -1; }));
 }
 
 TEST_F(QuickStatusItemWindowsTest, OneOpeningClosesTheLast) {

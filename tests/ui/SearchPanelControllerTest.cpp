@@ -3,6 +3,7 @@
 #include "ui/ContentPorts.h"
 #include "ui/HistoryOnFakes.h"
 #include "ui/PrintQt.h"
+#include "ui/Waiting.h"
 #include "ui/qml/QuickPanel.h"
 #include "ui/qml/QuickPanels.h"
 #include "ui/qml/QuickViewFactory.h"
@@ -25,7 +26,7 @@ protected:
 
     void show() {
         controller.show(ContentKind::history, history.app);
-        ASSERT_TRUE(QTest::qWaitForWindowActive(window()));
+        ASSERT_TRUE(waitUntilActive(*window()));
     }
     QuickPanel* window() const {
         for (QWindow* candidate : QGuiApplication::topLevelWindows())

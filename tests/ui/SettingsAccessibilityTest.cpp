@@ -2,6 +2,7 @@
 #include "ui/SettingsOnFakes.h"
 #include "ui/SettingsView.h"
 #include "ui/SnippetEditorView.h"
+#include "ui/Waiting.h"
 
 #include <QAccessible>
 #include <QCoreApplication>
@@ -9,7 +10,6 @@
 #include <QQmlEngine>
 #include <QQuickItem>
 #include <QQuickWindow>
-#include <QTest>
 #include <gtest/gtest.h>
 
 namespace nettlecap {
@@ -32,7 +32,7 @@ protected:
         content->setSize({440, 560});
         window.resize(440, 560);
         window.show();
-        ASSERT_TRUE(QTest::qWaitForWindowExposed(&window));
+        ASSERT_TRUE(waitUntilExposed(window));
     }
     void showSettings() { show("SettingsView", &settings); }
 
@@ -134,7 +134,7 @@ TEST_F(SettingsAccessibilityTest, AKeyCanBeChosen) {
     QAccessibleInterface* picker = find(QAccessible::ComboBox, "Tecla", "Alternar favorito: F");
     press(picker);
     // The last of the list is out of sight.
-    ASSERT_TRUE(QTest::qWaitFor([this] { return find(QAccessible::ListItem, "↑") != nullptr; }));
+    ASSERT_TRUE(waitUntil([this] { return find(QAccessible::ListItem, "↑") != nullptr; }));
 
     EXPECT_TRUE(find(QAccessible::ListItem, "F")->state().focused);
     EXPECT_TRUE(find(QAccessible::ListItem, "F")->state().selected);

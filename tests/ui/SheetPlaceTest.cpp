@@ -3,6 +3,7 @@
 #include "ui/ContentPorts.h"
 #include "ui/HistoryOnFakes.h"
 #include "ui/PrintQt.h"
+#include "ui/Waiting.h"
 #include "ui/qml/QuickPanel.h"
 #include "ui/qml/QuickViewFactory.h"
 
@@ -36,7 +37,7 @@ protected:
         panel.makeKeyAndOrderFront();
         view->showSection(1);
     }
-    void SetUp() override { ASSERT_TRUE(QTest::qWaitForWindowActive(&panel)); }
+    void SetUp() override { ASSERT_TRUE(waitUntilActive(panel)); }
 
     static void endTurn() { QCoreApplication::sendPostedEvents(nullptr, QEvent::DeferredDelete); }
     static QList<QuickSheet*> sheets() {
@@ -48,7 +49,7 @@ protected:
     QuickSheet* sheet() const { return SheetPlace::of(&panel)->window(); }
     void open() {
         view->createSnippet();
-        ASSERT_TRUE(QTest::qWaitFor([this] { return hasKeyboard(*sheet()); }));
+        ASSERT_TRUE(waitUntil([this] { return hasKeyboard(*sheet()); }));
     }
     static bool hasKeyboard(const QWindow& window) { return QGuiApplication::focusWindow() == &window; }
     void type(QWindow& window, const char* text) {
@@ -103,7 +104,7 @@ TEST_F(SheetPlaceTest, StandsOverThePanelAndFollowsIt) {
 
     panel.setPosition(300, 60);
 
-    EXPECT_TRUE(QTest::qWaitFor([this] { return sheet()->position() == QPoint(295, 108); }));
+    EXPECT_TRUE(waitUntil([this] { return sheet()->position() == QPoint(295, 108); }));
 }
 
 TEST_F(SheetPlaceTest, StaysOnThePanelsScreen) {
@@ -145,7 +146,7 @@ TEST_F(SheetPlaceTest, WhatIsTypedBeforeItHasTheKeyboardIsForIt) {
 
     type(panel, "oi");
 
-    EXPECT_TRUE(QTest::qWaitFor([this] { return editor().title() == "oi"; }));
+    EXPECT_TRUE(waitUntil([this] { return editor().title() == "oi"; }));
     type(*sheet(), "!");
     EXPECT_EQ(editor().title(), "oi!");
 }
@@ -175,10 +176,14 @@ TEST_F(SheetPlaceTest, ReturnSavesAndClosesIt) {
 
 TEST_F(SheetPlaceTest, ThePanelBelowHandsTheKeyboardOn) {
     open();
+    bool hadIt = false;
+    const QObject listener;
+    QObject::connect(qGuiApp, &QGuiApplication::focusWindowChanged, &listener,
+                     [&](const QWindow* window) { hadIt = hadIt || window == &panel; });
 
     panel.requestActivate();
 
-    EXPECT_TRUE(QTest::qWaitFor([this] { return hasKeyboard(*sheet()); }));
+    EXPECT_TRUE(waitUntil([&] { return hadIt && hasKeyboard(*sheet()); }));
 }
 
 TEST_F(SheetPlaceTest, AClickOnThePanelBringsTheSheetToTheFront) {
@@ -197,7 +202,7 @@ TEST_F(SheetPlaceTest, ThePanelHasTheKeyboardAfterwards) {
 
     QTest::keyClick(sheet(), Qt::Key_Escape);
 
-    EXPECT_TRUE(QTest::qWaitFor([this] { return hasKeyboard(panel); }));
+    EXPECT_TRUE(waitUntil([this] { return hasKeyboard(panel); }));
     EXPECT_EQ(native.brought().back(), panel.winId());
     type(panel, "o");
     EXPECT_EQ(view->searchField()->text(), "o");
@@ -208,11 +213,12 @@ TEST_F(SheetPlaceTest, ClosedWhileAnotherWindowHasTheKeyboardItLeavesItThere) {
     QWindow other;
     other.show();
     other.requestActivate();
-    ASSERT_TRUE(QTest::qWaitFor([&] { return hasKeyboard(other); }));
+    ASSERT_TRUE(waitUntil([&] { return hasKeyboard(other); }));
     const std::size_t before = native.brought().size();
 
     editor().cancel();
 
+    QCoreApplication::processEvents();  // among them what the sheet might have asked for
     EXPECT_TRUE(hasKeyboard(other));
     EXPECT_EQ(native.brought().size(), before);
 }
@@ -247,7 +253,7 @@ TEST_F(SheetPlaceTest, OfAPanelThatKeepsItsContentItComesBackWithWhatWasTyped) {
 
     panel.makeKeyAndOrderFront();
 
-    ASSERT_TRUE(QTest::qWaitFor([this] { return sheet()->isVisible() && hasKeyboard(*sheet()); }));
+    ASSERT_TRUE(waitUntil([this] { return sheet()->isVisible() && hasKeyboard(*sheet()); }));
     type(*sheet(), "!");
     EXPECT_EQ(editor().title(), "oi!");
 }

@@ -3,6 +3,7 @@
 #include "ui/ContentPorts.h"
 #include "ui/HistoryOnFakes.h"
 #include "ui/StatusBarPopoverContent.h"
+#include "ui/Waiting.h"
 #include "ui/qml/QuickPopover.h"
 #include "ui/qml/QuickViewFactory.h"
 
@@ -39,7 +40,7 @@ protected:
     void click() { history.fake.statusItem.click(StatusItemClick::left); }
     void open() {
         click();
-        ASSERT_TRUE(QTest::qWaitFor([this] { return popover.isActive(); }));
+        ASSERT_TRUE(waitUntil([this] { return popover.isActive(); }));
     }
     void key(int key) { QTest::keyClick(&popover, static_cast<Qt::Key>(key)); }
     QQuickItem* item() const { return popover.contentItem()->childItems().value(0); }

@@ -1,6 +1,7 @@
 #include "platform/fake/FakePasteboard.h"
 #include "ui/PrintQt.h"
 #include "ui/SnippetEditorView.h"
+#include "ui/Waiting.h"
 
 #include <QClipboard>
 #include <QGuiApplication>
@@ -34,7 +35,7 @@ protected:
         window.requestActivate();
     }
 
-    void SetUp() override { ASSERT_TRUE(QTest::qWaitForWindowActive(&window)); }
+    void SetUp() override { ASSERT_TRUE(waitUntilActive(window)); }
     void type(int key, Qt::KeyboardModifiers modifiers) {
         QTest::keyClick(&window, static_cast<Qt::Key>(key), modifiers);
     }

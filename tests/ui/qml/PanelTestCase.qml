@@ -7,6 +7,7 @@ import Nettlecap.Tests
 TestCase {
     id: test
 
+    readonly property int patience: 30000  // milliseconds
     property Item content
 
     when: windowShown

@@ -133,7 +133,7 @@ Item {
             waitForRendering(content);
             openMenu(rows()[0]);
             rows()[0].row.performMenuItem(4);
-            tryVerify(() => !menu());
+            tryVerify(() => !menu(), patience);
             verify(field().activeFocus);
         }
         function test_staysWithinThePanel() {

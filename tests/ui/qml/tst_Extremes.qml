@@ -197,7 +197,7 @@ Item {
             show();
             checkRow(rows()[0]);
             const tile = items(rows()[0], item => item instanceof Image)[0];
-            tryCompare(tile, "status", Image.Ready);
+            tryCompare(tile, "status", Image.Ready, patience);
             compare(Qt.size(tile.width, tile.height), Qt.size(38, 38));
             compare(tile.sourceSize, Qt.size(38, 38));  // no more than that is kept
         }
@@ -217,7 +217,7 @@ Item {
             History.addPicture("sumiu.png");
             show();
             checkRow(rows()[0]);
-            tryCompare(items(rows()[0], item => item instanceof Image)[0], "status", Image.Error);
+            tryCompare(items(rows()[0], item => item instanceof Image)[0], "status", Image.Error, patience);
             verify(items(rows()[0], item => item instanceof Symbol && item.name === "photo")[0].visible);
         }
     }

@@ -83,7 +83,7 @@ Item {
             for (let i = 0; i < 20; ++i)
                 keyClick(Qt.Key_Down);
             const selected = () => rows().find(item => item.isSelected);
-            tryVerify(() => selected() && Math.abs(centreOf(selected()) - list().height / 2) <= 1);
+            tryVerify(() => selected() && Math.abs(centreOf(selected()) - list().height / 2) <= 1, patience);
         }
         function test_theScrollingTakesTime() {
             addMany();
@@ -91,7 +91,7 @@ Item {
             const before = list().contentY;
             keyClick(Qt.Key_Up);
             compare(list().contentY, before);
-            tryVerify(() => list().atYEnd);
+            tryVerify(() => list().atYEnd, patience);
         }
         function test_aSelectedRowThatMovesIsNotScrolledTo() {
             addMany();
@@ -109,7 +109,7 @@ Item {
             show();
             const kept = rows()[1];
             History.add("novo", 0);
-            tryVerify(() => rows().length === 3 && rows()[2] === kept);
+            tryVerify(() => rows().length === 3 && rows()[2] === kept, patience);
         }
     }
 }

@@ -16,7 +16,7 @@ Item {
             return (sheet() ?? root).Window.activeFocusItem;
         }
         function waitForSheet() {
-            tryVerify(() => focused() instanceof TextInput);
+            tryVerify(() => focused() instanceof TextInput, patience);
         }
         function isWithin(item, ancestor) {
             for (; item; item = item.parent)
@@ -33,7 +33,7 @@ Item {
 
         function test_whereItIsCanBeSeen() {
             show();
-            tryVerify(() => root.Window.active);
+            tryVerify(() => root.Window.active, patience);
             for (let step = 0; step < 7; ++step) {
                 pressTab(Qt.NoModifier);
                 if (isWithin(focused(), field()))
@@ -77,7 +77,7 @@ Item {
             mouseClick(button("Adicionar"));
             waitForSheet();
             keyClick(Qt.Key_Escape);
-            tryVerify(() => field().activeFocus);
+            tryVerify(() => field().activeFocus, patience);
         }
     }
 }

@@ -24,7 +24,7 @@ Item {
         function test_theFirstCopyReplacesTheEmptyState() {
             show();
             History.add("um", 0);
-            tryVerify(() => rows().length === 1);
+            tryVerify(() => rows().length === 1, patience);
             verify(!shown(content).includes("Nenhuma cópia ainda"));
         }
         function test_aRowShowsWhatWhereAndWhen() {
@@ -126,7 +126,7 @@ Item {
                 History.add("linha " + i, i + 1);
             show();
             keyClick(Qt.Key_Up);
-            tryVerify(() => list().atYEnd);
+            tryVerify(() => list().atYEnd, patience);
             keyClick(Qt.Key_Down);
             verify(list().atYEnd);
         }
@@ -135,7 +135,7 @@ Item {
                 History.add("linha " + i, i + 1);
             show();
             History.add("novo", 0);
-            tryVerify(() => rows()[0].row.summary === "novo" && rows()[0].mapToItem(list(), 0, 0).y === 8);
+            tryVerify(() => rows()[0].row.summary === "novo" && rows()[0].mapToItem(list(), 0, 0).y === 8, patience);
         }
         function test_aScrolledListStaysWhereItIs() {
             for (let i = 0; i < 40; ++i)
@@ -153,7 +153,7 @@ Item {
             History.addPicture("sumiu.png");
             show();
             const tile = items(rows()[0], item => item instanceof EntryTile)[0];
-            tryVerify(() => items(tile, item => item instanceof Symbol && item.visible).length === 1);
+            tryVerify(() => items(tile, item => item instanceof Symbol && item.visible).length === 1, patience);
             compare(items(tile, item => item instanceof Symbol)[0].name, "photo");
         }
         function test_aStorageErrorStandsBelowTheStatus() {

@@ -17,6 +17,7 @@ Item {
     TestCase {
         id: test
 
+        readonly property int patience: 30000  // milliseconds
         property Item shown
 
         name: "NavigationHUDView"
@@ -198,7 +199,7 @@ Item {
         function test_aPictureFillsItsBox() {
             Cards.savePicture("gato.png", 800, 600);
             show(Cards.ofPicture("gato.png"));
-            tryVerify(() => picture().status === Image.Ready);
+            tryVerify(() => picture().status === Image.Ready, patience);
             compare(shown.implicitWidth, 480);
             compare(place(picture()), Qt.rect(22, 22, 436, 240));
             compare(picture().sourceSize, Qt.size(436, 240));
@@ -211,12 +212,12 @@ Item {
         function test_aPictureIsReadAnewEachTime() {
             Cards.savePicture("novo.png", 80, 60);
             show(Cards.ofPicture("novo.png"));
-            tryVerify(() => picture().status === Image.Ready);
+            tryVerify(() => picture().status === Image.Ready, patience);
             shown.destroy();
             wait(0);
             Cards.savePicture("novo.png", 436, 240);
             show(Cards.ofPicture("novo.png"));
-            tryVerify(() => picture().status === Image.Ready);
+            tryVerify(() => picture().status === Image.Ready, patience);
             const image = grabImage(shown);
             compare(image.red(22 + 30, 22 + 120), 255);
             compare(image.green(22 + 30, 22 + 120), 0);
@@ -246,7 +247,7 @@ Item {
             if (data.file !== "")
                 ignoreWarning(/no picture/);
             show(Cards.ofPicture(data.file));
-            tryVerify(() => symbol() !== undefined);
+            tryVerify(() => symbol() !== undefined, patience);
             compare(symbol().name, "photo");
             compare(texts().map(text => text.text), ["Imagem indisponível", "Imagem copiada", "Item 3 de 12 • solte as teclas para colar"]);
             compare(items(item => item instanceof EmptyState).map(place)[0], Qt.rect(22, 22, 436, 240));
@@ -256,10 +257,10 @@ Item {
             show(Cards.ofText("um"));
             const light = Theme.colors.card.ground;
             Cards.setWindowColor("#202020");
-            tryVerify(() => Theme.isDark);
+            tryVerify(() => Theme.isDark, patience);
             verify(Theme.colors.card.ground.hslLightness < light.hslLightness);
             Cards.setWindowColor("#efefef");
-            tryVerify(() => !Theme.isDark);
+            tryVerify(() => !Theme.isDark, patience);
         }
         function test_whereNothingIsTranslucentItIsOpaque() {
             show(Cards.ofText("um"));

@@ -40,12 +40,12 @@ Item {
             History.add("uva", 2);
             show();
             type("uv");
-            tryVerify(() => rows().length === 1);
+            tryVerify(() => rows().length === 1, patience);
             compare(shown(rows()[0])[0], "uva");
             type("x");
             verify(shown(content).includes("Nada encontrado"));
             keyClick(Qt.Key_Backspace);
-            tryVerify(() => rows().length === 1);
+            tryVerify(() => rows().length === 1, patience);
         }
         function test_backspaceAsksOnlyWhereARowIsSelected() {
             History.add("um", 1);
@@ -138,9 +138,9 @@ Item {
             show();
             mouseMove(button("Ajustes"), 10, 10);
             verify(!tips().length);
-            tryVerify(() => tips().includes("Ajustes"));
+            tryVerify(() => tips().includes("Ajustes"), patience);
             mouseMove(content, 200, 300);
-            tryVerify(() => !tips().length);
+            tryVerify(() => !tips().length, patience);
         }
         function test_escapeIsLeftToTheWindow() {
             show();

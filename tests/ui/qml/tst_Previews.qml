@@ -91,7 +91,7 @@ Item {
             compare(shown(preview), ["Imagem copiada"]);
             const picture = items(preview, item => item instanceof Image)[0];
             compare(Qt.size(picture.width, picture.height), Qt.size(440, 320));
-            tryCompare(picture, "status", Image.Ready);
+            tryCompare(picture, "status", Image.Ready, patience);
             const backdrop = items(preview, item => item instanceof Rectangle)[0];
             fuzzyCompare(backdrop.color.a, 0.04, 0.01);
             verify(backdrop.radius > 0);

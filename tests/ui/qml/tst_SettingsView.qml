@@ -17,6 +17,7 @@ Item {
     TestCase {
         id: test
 
+        readonly property int patience: 30000  // milliseconds
         property Item content
 
         name: "SettingsView"
@@ -126,7 +127,7 @@ Item {
             show();
             compare(picker(editors()[0]).width, 70);
             mouseClick(picker(editors()[0]));
-            tryVerify(() => menuRows().length > 1);
+            tryVerify(() => menuRows().length > 1, patience);
             compare(menuRows().filter(row => row.isChosen).map(row => row.modelData), ["1"]);
             mouseClick(menuRows().find(row => row.modelData === "3"));
             verify(!menu().visible);
@@ -161,7 +162,7 @@ Item {
             compare(picker(editors()[0]).key, "?");
             picker(editors()[0]).forceActiveFocus();
             keyClick(Qt.Key_Space);
-            tryVerify(() => menuRows().length > 1);
+            tryVerify(() => menuRows().length > 1, patience);
             compare(menuRows().filter(row => row.isChosen), []);
             keyClick(Qt.Key_Return);
             compare(picker(editors()[0]).key, "?");

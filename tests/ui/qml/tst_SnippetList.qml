@@ -52,14 +52,14 @@ Item {
         function test_aNewMessageIsWrittenInTheSheet() {
             showSnippets();
             mouseClick(button("Adicionar"));
-            tryVerify(() => sheet().Window.activeFocusItem instanceof TextInput);
+            tryVerify(() => sheet().Window.activeFocusItem instanceof TextInput, patience);
             type("oi");
             keyClick(Qt.Key_Tab);
             type("bom dia");
             mouseClick(sheetButton("Salvar"));
             compare(History.snippets(), ["oi|bom dia"]);
-            tryVerify(() => !sheet());
-            tryVerify(() => field().activeFocus);
+            tryVerify(() => !sheet(), patience);
+            tryVerify(() => field().activeFocus, patience);
         }
         function test_thePencilOpensItsMessage() {
             History.addSnippet("Assinatura", "Até logo");
@@ -75,9 +75,9 @@ Item {
             mouseClick(button("Editar mensagem"));
             type("x");
             keyClick(Qt.Key_Escape);
-            tryVerify(() => !sheet());
+            tryVerify(() => !sheet(), patience);
             compare(History.snippets(), ["Assinatura|Até logo"]);
-            tryVerify(() => field().activeFocus);
+            tryVerify(() => field().activeFocus, patience);
         }
         function test_theSheetIsAWindowThatIsWiderThanThePanel() {
             showSnippets();
@@ -111,7 +111,7 @@ Item {
                 History.addSnippet("título " + i, "texto " + i);
             showSnippets();
             keyClick(Qt.Key_Up);
-            tryVerify(() => list().atYEnd);
+            tryVerify(() => list().atYEnd, patience);
             verify(rows().some(item => item.isSelected));
         }
     }
