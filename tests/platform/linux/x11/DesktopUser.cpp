@@ -196,12 +196,23 @@ void DesktopUser::setRootWindow(const std::string& property, xcb_window_t window
 
 bool DesktopUser::isDesktopEmpty() const { return propertyOf(xcb_, root_, "_NET_CLIENT_LIST").empty(); }
 
+bool DesktopUser::hasKeyboard(xcb_window_t window) const {
+    const auto focus = owned(xcb_get_input_focus_reply(xcb_, xcb_get_input_focus(xcb_), nullptr));
+    xcb_window_t holder = focus ? focus->focus : static_cast<xcb_window_t>(XCB_WINDOW_NONE);
+    while (holder != window && holder > XCB_INPUT_FOCUS_POINTER_ROOT) {
+        const auto tree = owned(xcb_query_tree_reply(xcb_, xcb_query_tree(xcb_, holder), nullptr));
+        holder = tree ? tree->parent : static_cast<xcb_window_t>(XCB_WINDOW_NONE);
+    }
+    return holder == window;
+}
+
 xcb_window_t DesktopUser::waitForWindow(const std::string& title) {
     xcb_window_t found = XCB_WINDOW_NONE;
+    // Openbox gives the focus a moment after it has called the window active.
     const bool came = waitFor([&] {
         found = active();
         return found != XCB_WINDOW_NONE &&
-               propertyOf(xcb_, found, "WM_NAME").find(title) != std::string::npos;
+               propertyOf(xcb_, found, "WM_NAME").find(title) != std::string::npos && hasKeyboard(found);
     });
     return came ? found : static_cast<xcb_window_t>(XCB_WINDOW_NONE);
 }

@@ -68,9 +68,11 @@ public:
 
     void activate(xcb_window_t window);  ///< through the window manager; waits until it is done
     xcb_window_t active() const { return rootWindow("_NET_ACTIVE_WINDOW"); }
-    void waitForManager();                                 ///< until it has dealt with all that happened
-    bool isDesktopEmpty() const;                           ///< as far as the window manager knows
-    xcb_window_t waitForWindow(const std::string& title);  ///< an active one; NONE: none came
+    void waitForManager();                        ///< until it has dealt with all that happened
+    bool isDesktopEmpty() const;                  ///< as far as the window manager knows
+    bool hasKeyboard(xcb_window_t window) const;  ///< the window or one inside of it
+    /// An active one that has the keyboard; NONE: none came.
+    xcb_window_t waitForWindow(const std::string& title);
 
     void press(xcb_keycode_t key);
     void release(xcb_keycode_t key);

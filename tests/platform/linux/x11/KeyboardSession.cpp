@@ -5,11 +5,16 @@ namespace nettlecap::test {
 KeyRecorder::KeyRecorder(const OtherWindow& window) : window_(window) {
     const std::uint32_t keys = XCB_EVENT_MASK_KEY_PRESS | XCB_EVENT_MASK_KEY_RELEASE;
     xcb_change_window_attributes(window_.xcb(), window_.id(), XCB_CW_EVENT_MASK, &keys);
+    catchUp();
+}
+
+void KeyRecorder::catchUp() const {
     const X11Reply<xcb_get_input_focus_reply_t> barrier(
         xcb_get_input_focus_reply(window_.xcb(), xcb_get_input_focus(window_.xcb()), nullptr));
 }
 
 const std::string& KeyRecorder::keys() {
+    catchUp();
     while (const X11Reply<xcb_generic_event_t> event{xcb_poll_for_event(window_.xcb())}) {
         const auto kind = event->response_type & 0x7F;
         if (kind != XCB_KEY_PRESS && kind != XCB_KEY_RELEASE) continue;
@@ -43,13 +48,12 @@ bool KeyboardSession::paste() {
 }
 
 KeyRecorder& KeyboardSession::openRecorder(const std::string& windowClass) {
-    const OtherWindow& window = session.openNamed(windowClass);
+    return record(session.openNamed(windowClass));
+}
+
+KeyRecorder& KeyboardSession::record(const OtherWindow& window) {
     // Openbox gives the focus a moment after it has called the window active.
-    EXPECT_TRUE(waitFor([&] {
-        const X11Reply<xcb_get_input_focus_reply_t> focus(
-            xcb_get_input_focus_reply(window.xcb(), xcb_get_input_focus(window.xcb()), nullptr));
-        return focus && focus->focus == window.id();
-    }));
+    EXPECT_TRUE(waitFor([&] { return session.user.hasKeyboard(window.id()); }));
     recorders_.push_back(std::make_unique<KeyRecorder>(window));
     return *recorders_.back();
 }

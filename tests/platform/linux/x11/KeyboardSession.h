@@ -13,10 +13,12 @@ class KeyRecorder {
 public:
     explicit KeyRecorder(const OtherWindow& window);
 
-    const std::string& keys();  ///< so far
+    const std::string& keys();  ///< so far: all that the server has given the window
     void forget() { (void)keys(), keys_.clear(); }
 
 private:
+    void catchUp() const;
+
     const OtherWindow& window_;
     std::string keys_;
 };
@@ -29,6 +31,7 @@ public:
     bool paste();
     /// A window in front, with the keys of nobody else's before it.
     KeyRecorder& openRecorder(const std::string& windowClass);
+    KeyRecorder& record(const OtherWindow& window);  ///< of one that is in front
     void putOnClipboard(const std::string& text);
     bool runUntil(const std::function<bool()>& condition);  ///< with all that waits in the background
     xcb_window_t ownerOf(const char* selection);

@@ -18,7 +18,7 @@ public:
     }
     ~InnerServer() {
         qputenv("DISPLAY", outerDisplay_);
-        server_.kill();
+        server_.terminate();  // killed, it would leave its socket behind
         server_.waitForFinished();
     }
     InnerServer(const InnerServer&) = delete;

@@ -1,4 +1,5 @@
 #include "platform/contracts/KeyboardContract.h"
+#include "platform/linux/TemporaryFolder.h"
 #include "platform/linux/x11/KeyboardSession.h"
 
 #include <QProcess>
@@ -90,8 +91,7 @@ TEST_F(X11KeyboardTest, PastesWithShiftInsertInXterm) {
 
 TEST_F(X11KeyboardTest, PastesIntoADialogAsIntoItsWindow) {
     const auto& xterm = session.openNamed("XTerm");
-    const auto& dialog = session.open({.transientFor = xterm.id()});
-    KeyRecorder recorder(dialog);
+    auto& recorder = record(session.open({.transientFor = xterm.id()}));
 
     EXPECT_TRUE(paste());
 
@@ -300,7 +300,7 @@ TEST_F(X11KeyboardTest, LeavesPrimaryAloneForAllOthers) {
 
 TEST_F(X11KeyboardTest, TypesNothingWhileSomebodyHoldsTheServer) {
     auto& grabber = session.openNamed("Editor");
-    KeyRecorder recorder(grabber);
+    auto& recorder = record(grabber);
     user.press(key::shift);
     ASSERT_EQ(keyboard->modifiersDown(), modifier::shift);
     recorder.forget();
@@ -317,23 +317,18 @@ TEST_F(X11KeyboardTest, TypesNothingWhileSomebodyHoldsTheServer) {
 /// Programs that others wrote, which show what was pasted into them.
 class PastingTest : public X11KeyboardTest {
 protected:
-    PastingTest() {
-        folder_ = std::filesystem::temp_directory_path() / "nettlecap-pasting";
-        std::filesystem::create_directories(folder_);
-    }
     ~PastingTest() override {
         program_.kill();
         program_.waitForFinished();
-        std::filesystem::remove_all(folder_);
     }
     std::string fileContents() const {
-        std::ifstream file(folder_ / "pasted");
+        std::ifstream file(folder_.path() / "pasted");
         return {std::istreambuf_iterator(file), {}};
     }
     /// Runs `cat` in a terminal, which keeps what is pasted there line by line.
-    std::string catCommand() const { return "cat > " + (folder_ / "pasted").string(); }
+    std::string catCommand() const { return "cat > " + (folder_.path() / "pasted").string(); }
 
-    std::filesystem::path folder_;
+    TemporaryFolder folder_;
     QProcess program_;
 };
 
@@ -341,7 +336,7 @@ TEST_F(PastingTest, ReachesXterm) {
     program_.start("xterm",
                    {"-title", "janela-xterm", "-e", "sh", "-c", QString::fromStdString(catCommand())});
     ASSERT_NE(user.waitForWindow("janela-xterm"), 0U);
-    ASSERT_TRUE(waitFor([&] { return std::filesystem::exists(folder_ / "pasted"); }));
+    ASSERT_TRUE(waitFor([&] { return std::filesystem::exists(folder_.path() / "pasted"); }));
     putOnClipboard("olá xterm\n");
 
     EXPECT_TRUE(paste());
@@ -355,7 +350,7 @@ TEST_F(PastingTest, ReachesATerminalWithCapsLockOnAndKeysHeld) {
                    {"--disable-server", "--title=janela-terminal", "--dynamic-title-mode=none", "-e",
                     QString::fromStdString("sh -c '" + catCommand() + "'")});
     ASSERT_NE(user.waitForWindow("janela-terminal"), 0U);
-    ASSERT_TRUE(waitFor([&] { return std::filesystem::exists(folder_ / "pasted"); }));
+    ASSERT_TRUE(waitFor([&] { return std::filesystem::exists(folder_.path() / "pasted"); }));
     putOnClipboard("olá terminal");  // it asks the user about a text of several lines
     user.lockModifiers(XCB_MOD_MASK_LOCK | XCB_MOD_MASK_2);
     user.press(key::super);
@@ -391,7 +386,7 @@ TEST_F(X11KeyboardTest, IsNotTrustedByAServerWithoutXtest) {
         EXPECT_TRUE((*inquiry)->canAnswer());
     }
     qputenv("DISPLAY", display);
-    server.kill();
+    server.terminate();  // killed, it would leave its socket behind
     server.waitForFinished();
 }
 
