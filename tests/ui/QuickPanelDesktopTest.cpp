@@ -45,6 +45,8 @@ protected:
         ASSERT_TRUE(waitFor([] { return QGuiApplication::screens().size() == 2; }));
     }
     void show(ContentKind content = ContentKind::history) {
+        // Hidden, it is active until it has heard that it lost the keyboard.
+        ASSERT_TRUE(waitFor([] { return !panel() || panel()->isVisible() || !panel()->isActive(); }));
         controller.show(content, history.app);
         ASSERT_TRUE(waitFor([this] { return panel() && panel()->isExposed() && hasKeyboard(); }));
         user.waitForManager();
@@ -133,6 +135,7 @@ TEST_F(QuickPanelDesktopTest, IsOnEveryDesktopAtEachShow) {
         EXPECT_EQ(session.inquiry->propertyNumber(question), 0xFFFFFFFF);
         controller.hide();
         ASSERT_TRUE(waitFor([this] { return user.isDesktopEmpty(); }));
+        user.waitForManager();
     }
 }
 

@@ -22,6 +22,12 @@ protected:
         window.requestActivate();
         windows.bringToFront(window.winId());
     }
+    /// Until everybody knows, so that nothing of it is taken for the next showing's.
+    void hide() {
+        window.hide();
+        ASSERT_TRUE(waitFor([this] { return user.isDesktopEmpty() && !window.isActive(); }));
+        user.waitForManager();
+    }
     bool hasKeyboard() {
         return waitFor([this] { return window.isActive() && user.active() == window.winId(); });
     }
@@ -83,8 +89,7 @@ TEST_F(X11WindowsTest, AWindowIsOnEveryDesktopEachTimeItIsShown) {
         ASSERT_TRUE(hasKeyboard());
         user.waitForManager();
         EXPECT_EQ(number("_NET_WM_DESKTOP"), 0xFFFFFFFF);
-        window.hide();
-        ASSERT_TRUE(waitFor([this] { return user.isDesktopEmpty(); }));
+        hide();
     }
 }
 
@@ -97,9 +102,7 @@ TEST_F(X11WindowsTest, AWindowThatIsKeptOffTheTaskbarsIsStillAboveTheOthers) {
         for (const char* state :
              {"_NET_WM_STATE_SKIP_TASKBAR", "_NET_WM_STATE_SKIP_PAGER", "_NET_WM_STATE_ABOVE"})
             EXPECT_TRUE(hasState(state)) << state;
-        window.hide();
-        ASSERT_TRUE(waitFor([this] { return user.isDesktopEmpty(); }));
-        user.waitForManager();
+        hide();
     }
 }
 
