@@ -170,9 +170,8 @@ TEST_P(StatusItemContract, AClickOnItWhileTheMenuIsOpenClosesTheMenuAndNoMore) {
     harness->click(StatusItemClick::left);
 
     EXPECT_TRUE(waitUntilClosed());
-    EXPECT_TRUE(clicks.empty());
-    click(StatusItemClick::left);
-    EXPECT_EQ(clicks.size(), 1U);
+    click(StatusItemClick::right);  // told after whatever the first one had to tell
+    EXPECT_THAT(clicks, testing::ElementsAre(StatusItemClick::right));
 }
 
 TEST_P(StatusItemContract, HasTheMenuThatItWasGivenLast) {

@@ -20,6 +20,7 @@ public:
         for (const char* signal : {"NewIcon", "NewToolTip"})
             EXPECT_TRUE(bus.connect(item, "/StatusNotifierItem", "org.kde.StatusNotifierItem",
                                     QString::fromLatin1(signal), this, SLOT(hear(QDBusMessage))));
+        EXPECT_TRUE(bus.interface()->isServiceRegistered(item));  // answered once the bus knows that
     }
 
     QStringList heard;

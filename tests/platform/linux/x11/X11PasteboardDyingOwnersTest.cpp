@@ -128,6 +128,7 @@ TEST_F(X11PasteboardDyingOwnersTest, SurvivesAnOwnerThatDiesBetweenPieces) {
     ASSERT_TRUE(waitForChange());
     EXPECT_EQ(pieces, 3);
     EXPECT_EQ(text(), std::nullopt) << "half a text is none";
+    world.advance(1s);
     EXPECT_EQ(observer.ownerOf("CLIPBOARD"), XCB_NONE + 0U);
 }
 
