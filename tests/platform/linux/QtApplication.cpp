@@ -27,7 +27,7 @@ private:
 }  // namespace
 
 bool runMainLoopUntil(const std::function<bool()>& condition) {
-    const QDeadlineTimer deadline(10'000);
+    const QDeadlineTimer deadline(30'000);
     bool held = condition();
     QEventLoop loop;
     QTimer look;

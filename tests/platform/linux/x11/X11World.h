@@ -17,7 +17,7 @@ public:
     X11World();
     ~X11World();
 
-    /// Runs the event loop until it holds. False: it did not within half a minute.
+    /// Runs the event loop until it holds. False: it did not within a minute.
     bool waitFor(const std::function<bool()>& condition);  ///< our time stands still
     bool settle(const std::function<bool()>& condition);   ///< our time goes on too
     void advance(Seconds elapsed);
