@@ -31,7 +31,7 @@ TestCase {
         });
         History.giveSheets(content.Window.window);
         content.forceActiveFocus();
-        waitForRendering(content);
+        verify(waitForRendering(content, patience));
     }
     function items(from, matches, found = []) {
         if (matches(from))

@@ -48,7 +48,7 @@ Item {
             History.addSnippet("a", "b");
             show();
             keyClick(Qt.Key_Right);
-            waitForRendering(content);
+            verify(waitForRendering(content, patience));
             openMenu(rows()[0]);
             compare(menuLines(), ["Colar agora", "Copiar", "Editar", "-", "Excluir"]);
             choose("Excluir");
@@ -130,7 +130,7 @@ Item {
             History.addSnippet("a", "b");
             show();
             keyClick(Qt.Key_Right);
-            waitForRendering(content);
+            verify(waitForRendering(content, patience));
             openMenu(rows()[0]);
             rows()[0].row.performMenuItem(4);
             tryVerify(() => !menu(), patience);

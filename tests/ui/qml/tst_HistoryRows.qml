@@ -99,7 +99,7 @@ Item {
             keyClick(Qt.Key_Down);
             list().contentY = 900;
             History.add("novo", 0);
-            waitForRendering(content);
+            verify(waitForRendering(content, patience));
             wait(0);
             verify(list().contentY >= 900);
         }

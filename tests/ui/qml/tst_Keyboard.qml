@@ -51,7 +51,7 @@ Item {
             History.addSnippet("a", "b");
             show();
             keyClick(Qt.Key_Right);
-            waitForRendering(content);
+            verify(waitForRendering(content, patience));
             mouseClick(button("Editar mensagem"));
             waitForSheet();
             for (let step = 0; step < 6; ++step) {

@@ -145,7 +145,7 @@ Item {
             const row = rows().find(item => item.mapToItem(list(), 0, 0).y > 100);
             const before = row.mapToItem(list(), 0, 0).y;
             History.add("novo", 0);
-            waitForRendering(content);
+            verify(waitForRendering(content, patience));
             compare(row.mapToItem(list(), 0, 0).y, before);
         }
         function test_aMissingPictureShowsASymbol() {
@@ -161,7 +161,7 @@ Item {
             show();
             mouseClick(rows()[0]);
             History.failToSave("disco cheio ".repeat(20));
-            waitForRendering(content);
+            verify(waitForRendering(content, patience));
             const [status, error] = items(content, item => item instanceof MessageLine && item.visible);
             compare(status.message, "Copiado — use ⌘V para colar");
             verify(error.message.startsWith("Não foi possível salvar o histórico: disco cheio"));

@@ -34,7 +34,7 @@ Item {
                 width: view.panelWidth
             });
             shown.height = view.isImage ? 330 : Math.min(shown.implicitHeight, 260);
-            waitForRendering(shown);
+            verify(waitForRendering(shown, patience));
         }
         function items(matches, from = shown, found = []) {
             if (matches(from))
@@ -265,7 +265,7 @@ Item {
         function test_whereNothingIsTranslucentItIsOpaque() {
             show(Cards.ofText("um"));
             shown.isComposited = false;
-            waitForRendering(shown);
+            verify(waitForRendering(shown, patience));
             const image = grabImage(shown);
             compare(image.alpha(220, 10), 255);
             compare(image.pixel(220, 10), Theme.colors.card.ground);

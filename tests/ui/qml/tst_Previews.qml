@@ -44,7 +44,7 @@ Item {
             preview = kind.createObject(root, { view: rows()[0].row.preview });
             preview.width = preview.implicitWidth;
             preview.height = preview.implicitHeight;
-            waitForRendering(preview);
+            verify(waitForRendering(preview, patience));
         }
 
         function test_ofALongText() {
@@ -100,7 +100,7 @@ Item {
             History.addSnippet("Assinatura", "Até logo,\nMaria");
             show();
             keyClick(Qt.Key_Right);
-            waitForRendering(content);
+            verify(waitForRendering(content, patience));
             open(message);
             compare(preview.implicitWidth, 420);
             compare(shown(preview), ["Mensagem salva", "Até logo,\nMaria"]);

@@ -37,7 +37,7 @@ Item {
                 width: 430,
                 height: 560
             });
-            waitForRendering(content);
+            verify(waitForRendering(content, patience));
         }
         function items(from, matches, found = []) {
             if (matches(from))
@@ -59,8 +59,10 @@ Item {
             return items(content, item => item instanceof SettingsSwitch && item.text === text)[0];
         }
         function reveal(item) {
+            const before = scroll().contentY;
             scroll().reveal(item);
-            waitForRendering(content);
+            if (scroll().contentY !== before)
+                verify(waitForRendering(content, patience));
         }
         function press(item) {
             reveal(item);
@@ -220,7 +222,7 @@ Item {
             verify(!button("Abrir Itens de Início"));
             Settings.requireApproval();
             verify(shown(content).includes(warning));
-            waitForRendering(content);
+            verify(waitForRendering(content, patience));
             press(button("Abrir Itens de Início"));
             compare(Settings.loginItemOpenings(), 1);
         }

@@ -17,6 +17,7 @@ Item {
     TestCase {
         id: test
 
+        readonly property int patience: 30000  // milliseconds
         property Item content
 
         name: "SnippetEditorView"
@@ -32,7 +33,7 @@ Item {
         function open(title, text) {
             content = sheet.createObject(root, { view: Settings.makeEditor(title, text) });
             content.forceActiveFocus();
-            waitForRendering(content);
+            verify(waitForRendering(content, patience));
         }
         function items(from, matches, found = []) {
             if (matches(from))

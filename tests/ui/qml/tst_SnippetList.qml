@@ -15,7 +15,7 @@ Item {
         function showSnippets() {
             show();
             keyClick(Qt.Key_Right);
-            waitForRendering(content);
+            verify(waitForRendering(content, patience));
         }
         function textEdit() {
             return items(sheet(), item => item instanceof TextEdit)[0];
