@@ -1,12 +1,7 @@
-#include "platform/linux/PackageKitUpdater.h"
-
 #include "platform/contracts/SoftwareUpdaterContract.h"
-#include "platform/fake/FakeTime.h"
-#include "platform/fake/FakeUserDefaults.h"
 #include "platform/linux/Environment.h"
-#include "platform/linux/PackageKitMock.h"
-#include "platform/linux/QtApplication.h"
 #include "platform/linux/TemporaryFolder.h"
+#include "platform/linux/UpdaterOnABus.h"
 
 #include <fstream>
 #include <gtest/gtest.h>
@@ -18,32 +13,7 @@ namespace {
 using namespace std::chrono_literals;
 namespace fs = std::filesystem;
 
-constexpr const char* newer = "nettlecap;0.2.0;amd64;debian";
 constexpr Seconds second{1};
-
-/// An updater on a bus with a package service and a desktop that shows notices.
-struct UpdaterOnABus {
-    PackageKitUpdater::Ports ports() { return {.clock = time, .scheduler = time, .defaults = defaults}; }
-    PackageKitUpdater::Buses buses() {
-        return {.system = [this] { return ours; }, .session = [this] { return ours; }};
-    }
-    bool runUntil(const std::function<bool()>& condition) {
-        return runMainLoopUntil([&] {
-            time.advance(0s);
-            return condition();
-        });
-    }
-
-    PrivateBus bus;
-    QDBusConnection theirs = bus.connect(QStringLiteral("theirs"));
-    QDBusConnection ours = bus.connect(QStringLiteral("ours"));
-    MockArchive archive;
-    std::unique_ptr<MockPackageKit> service = std::make_unique<MockPackageKit>(theirs, archive);
-    MockNotifications notifications{theirs};
-    FakeTime time;
-    FakeUserDefaults defaults;
-    PackageKitUpdater updater{ports(), buses()};
-};
 
 class PackageKitUpdaterHarness final : public SoftwareUpdaterHarness {
 public:
@@ -72,18 +42,6 @@ protected:
     void installUpdateProgram(const std::string& name) {
         std::ofstream(bin.path() / name) << "#!/bin/sh\n: > '" << opened.string() << "'\n";
         fs::permissions(bin.path() / name, fs::perms(0755));
-    }
-    /// What the user is told, once the look is over.
-    std::string told() {
-        if (!runUntil([this] { return updater.canCheckForUpdates(); })) return "(still looking)";
-        if (!runUntil([this] { return !notifications.shown().empty(); })) return "(nothing)";
-        return notifications.shown().join('\n').toStdString();
-    }
-    /// How many looks there were after that much time.
-    qsizetype looksAfter(Seconds passed) {
-        time.advance(passed);
-        runUntil([this] { return updater.canCheckForUpdates(); });
-        return archive.askedFor.count(QStringLiteral("RefreshCache"));
     }
 
     PrivateBus quietBus;
@@ -326,76 +284,6 @@ TEST_F(PackageKitUpdaterTest, MayGoAwayWhileItLooks) {
 
     EXPECT_TRUE(runUntil([&] { return archive.askedFor.contains("Cancel"); }));
     time.advance(PackageKitUpdater::patience);
-}
-
-TEST_F(PackageKitUpdaterTest, LooksByItselfFiveMinutesAfterTheReset) {
-    updater.setAutomaticallyChecksForUpdates(true);
-    updater.resetUpdateCycleAfterShortDelay();
-
-    EXPECT_EQ(looksAfter(299s), 0);
-    EXPECT_EQ(looksAfter(1s), 1);
-}
-
-TEST_F(PackageKitUpdaterTest, LooksByItselfOnceADay) {
-    updater.setAutomaticallyChecksForUpdates(true);
-    updater.resetUpdateCycleAfterShortDelay();
-    ASSERT_EQ(looksAfter(300s), 1);
-
-    EXPECT_EQ(looksAfter(23h), 1);
-    EXPECT_EQ(looksAfter(1h), 2);
-    EXPECT_EQ(looksAfter(23h), 2);
-}
-
-TEST_F(PackageKitUpdaterTest, ARestartDoesNotMakeItLookAgain) {
-    updater.checkForUpdates();
-    ASSERT_EQ(looksAfter(0s), 1);
-
-    PackageKitUpdater restarted(ports(), buses());
-    restarted.start();
-    restarted.setAutomaticallyChecksForUpdates(true);
-    restarted.resetUpdateCycleAfterShortDelay();
-    time.advance(300s);
-
-    EXPECT_TRUE(restarted.canCheckForUpdates());
-}
-
-TEST_F(PackageKitUpdaterTest, LooksAtOnceWhereTheClockWasPutBack) {
-    defaults.setData("Nettlecap.lastUpdateCheck",
-                     Bytes(std::to_string(time.now().secondsSince2001 + 1'000'000)));
-    updater.setAutomaticallyChecksForUpdates(true);
-    updater.resetUpdateCycleAfterShortDelay();
-
-    EXPECT_EQ(looksAfter(300s), 1);
-}
-
-TEST_F(PackageKitUpdaterTest, NeverLooksByItselfWhereThatIsOff) {
-    updater.resetUpdateCycleAfterShortDelay();
-
-    EXPECT_EQ(looksAfter(48h), 0);
-}
-
-TEST_F(PackageKitUpdaterTest, AnotherResetStartsTheDelayAnew) {
-    updater.setAutomaticallyChecksForUpdates(true);
-    updater.resetUpdateCycleAfterShortDelay();
-    time.advance(200s);
-    updater.resetUpdateCycleAfterShortDelay();
-
-    EXPECT_EQ(looksAfter(299s), 0);
-    EXPECT_EQ(looksAfter(1s), 1);
-}
-
-TEST_F(PackageKitUpdaterTest, IsQuietByItselfUnlessThereIsSomethingNew) {
-    updater.setAutomaticallyChecksForUpdates(true);
-    updater.resetUpdateCycleAfterShortDelay();
-    ASSERT_EQ(looksAfter(300s), 1);
-    archive.refreshError = QStringLiteral("offline");
-    ASSERT_EQ(looksAfter(24h), 2);
-
-    archive.refreshError.clear();
-    archive.updates = {QString(newer)};
-    ASSERT_EQ(looksAfter(24h), 3);
-
-    EXPECT_EQ(told(), "Atualização disponível|Nettlecap 0.2.0|");
 }
 
 TEST(PackageKitUpdaterMakeTest, ACopyThatNoPackageBroughtHasNone) {
