@@ -13,7 +13,7 @@ from ground import COLOUR, Ground
 from hot_keys import NEWER, OLDER, SEARCH
 from keyboard import SUPER, Keyboard
 
-BATCHES = 2
+BATCHES = 10
 FRAME = 1000 / 60  # ms
 MAGENTA = (255, 0, 255)
 # Of 3840x2160: as drawings are, and as photographs are at worst.
