@@ -51,6 +51,9 @@ public:
     void removeLeftovers(const Path&) override {}
     std::optional<Path> applicationSupportDirectory() const override { return std::nullopt; }
     Result<Bytes> read(const Path&) const override { return Bytes(document_); }
+    Result<FileReading> open(const Path&) const override {
+        return FileReading([this]() -> Result<Bytes> { return Bytes(document_); });
+    }
     std::optional<std::int64_t> size(const Path&) const override { return std::nullopt; }
     std::int64_t sizeOfFilesIn(const Path&) const override { return 0; }
 

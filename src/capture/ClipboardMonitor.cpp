@@ -17,6 +17,11 @@ PasteboardItem::Form form(std::string_view type, Bytes bytes) {
     return {.type = PasteboardType(type), .bytes = [bytes = std::move(bytes)] { return bytes; }};
 }
 
+std::optional<Bytes> contentsOf(const FileReading& file) {
+    const auto bytes = file();
+    return bytes ? std::optional(*bytes) : std::nullopt;
+}
+
 SourceAttribution::Ports attributionPorts(const ClipboardMonitor::Ports& ports) {
     return {.workspace = ports.workspace,
             .events = ports.events,
@@ -161,16 +166,20 @@ bool ClipboardMonitor::putOnPasteboard(const ClipboardEntry& entry) {
         if (!entry.text) return false;
         item.forms.push_back(form(pasteboardType::text, Bytes(*entry.text)));
     } else {
-        const auto file = store_.imageFile(entry);
+        const auto path = store_.imageFile(entry);
+        if (!path) return false;
+        const auto file = ports_.files.open(*path);
         if (!file) return false;
-        const auto png = ports_.files.read(*file);
-        if (!png) return false;
-        item.forms.push_back(form(pasteboardType::png, *png));
-        // Few programs ask for TIFF, and making it takes long: it is made for those that do.
-        if (ports_.images.isImage(*png))
-            item.forms.push_back(
-                {.type = PasteboardType(pasteboardType::tiff),
-                 .bytes = [&images = ports_.images, png = *png] { return images.tiff(png); }});
+        // Most pictures are stepped over: one is read for whoever asks for it, and the TIFF made for
+        // the few that ask for that.
+        item.forms.push_back({.type = PasteboardType(pasteboardType::png),
+                              .bytes = [file = *file] { return contentsOf(file); }});
+        if (ports_.images.isImage(*path))
+            item.forms.push_back({.type = PasteboardType(pasteboardType::tiff),
+                                  .bytes = [&images = ports_.images, file = *file]() -> std::optional<Bytes> {
+                                      const auto png = contentsOf(file);
+                                      return png ? images.tiff(*png) : std::nullopt;
+                                  }});
     }
     return write(std::move(item), entry.id);
 }

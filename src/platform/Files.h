@@ -2,9 +2,13 @@
 
 #include "platform/Values.h"
 
+#include <functional>
 #include <span>
 
 namespace nettlecap {
+
+/// Reads a whole file, on whatever thread and as often as wanted.
+using FileReading = std::function<Result<Bytes>()>;
 
 /// The files of the user's own folders. Nothing follows a symbolic link that stands in
 /// place of a file, and whatever is no regular file can't be read.
@@ -30,6 +34,8 @@ public:
     /// Where applications keep the user's data. Absent: the system has no such place.
     virtual std::optional<Path> applicationSupportDirectory() const = 0;
     virtual Result<Bytes> read(const Path& path) const = 0;
+    /// To read it later, as it is now: it may be removed or written anew meanwhile.
+    virtual Result<FileReading> open(const Path& path) const = 0;
     virtual std::optional<std::int64_t> size(const Path& path) const = 0;  ///< in bytes, of a regular file
     /// In bytes, with sub-folders, hidden files left out; 0 where the folder can't be listed.
     virtual std::int64_t sizeOfFilesIn(const Path& folder) const = 0;

@@ -39,6 +39,10 @@ public:
         if (next() != Fault::none) return Failure{words};
         return real_.read(path);
     }
+    Result<FileReading> open(const Path& path) const override {
+        if (next() != Fault::none) return Failure{words};
+        return real_.open(path);
+    }
     std::optional<std::int64_t> size(const Path& path) const override { return real_.size(path); }
     std::int64_t sizeOfFilesIn(const Path& folder) const override { return real_.sizeOfFilesIn(folder); }
 

@@ -80,6 +80,18 @@ TEST_F(ClipboardMonitorPutBackTest, ServesAPictureWhoseFileIsGoneSince) {
     EXPECT_EQ(pasteboardHas("public.tiff"), "TIFF:flor");
 }
 
+TEST_F(ClipboardMonitorPutBackTest, ReadsAPictureOnlyForWhoeverAsksForIt) {
+    copy({{"public.png", png("flor")}});
+    EXPECT_TRUE(monitor->putOnPasteboard(entry(0)));
+
+    system.files.fail(FileOperation::read, "Input/output error");
+    EXPECT_EQ(pasteboardHas("public.png"), std::nullopt);
+    EXPECT_EQ(pasteboardHas("public.tiff"), std::nullopt);
+
+    system.files.stopFailing(FileOperation::read);
+    EXPECT_EQ(pasteboardHas("public.png"), "\x89PNG\r\n\x1a\nflor");
+}
+
 TEST_F(ClipboardMonitorPutBackTest, ServesWhatItWroteAfterTheMonitorIsGone) {
     copy({{"public.png", png("flor")}});
     EXPECT_TRUE(monitor->putOnPasteboard(entry(0)));

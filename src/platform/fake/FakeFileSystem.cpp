@@ -129,6 +129,15 @@ Result<Bytes> FakeFileSystem::read(const Path& path) const {
     return *node->file;
 }
 
+Result<FileReading> FakeFileSystem::open(const Path& path) const {
+    const auto now = read(path);
+    if (!now) return Failure{now.description()};
+    return FileReading([this, path, contents = *now]() -> Result<Bytes> {
+        if (auto planned = plannedFailure(FileOperation::read, path)) return *planned;
+        return contents;
+    });
+}
+
 std::optional<std::int64_t> FakeFileSystem::size(const Path& path) const {
     const Node* node = find(path);
     if (!node || !node->file) return std::nullopt;

@@ -36,6 +36,7 @@ public:
 
     std::optional<Path> applicationSupportDirectory() const override { return applicationSupport_; }
     Result<Bytes> read(const Path& path) const override;
+    Result<FileReading> open(const Path& path) const override;  ///< fails as `read` does, then or later
     std::optional<std::int64_t> size(const Path& path) const override;
     std::int64_t sizeOfFilesIn(const Path& folder) const override;
 

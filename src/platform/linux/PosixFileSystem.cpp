@@ -46,6 +46,25 @@ Result<Done> makeFolder(const Path& path) {
     return Done();
 }
 
+/// From its beginning, wherever another reading has come to.
+Result<Bytes> contentsOf(const RegularFile& file) try {
+    if (file.size > largestReadable) return systemFailure(std::errc::file_too_large);
+    std::string contents(static_cast<std::size_t>(file.size), '\0');
+    std::size_t filled = 0;
+    while (filled < contents.size()) {
+        const ssize_t count = ::pread(file.descriptor.number(), contents.data() + filled,
+                                      contents.size() - filled, static_cast<off_t>(filled));
+        if (count < 0 && errno == EINTR) continue;
+        if (count < 0) return systemFailure();
+        if (count == 0) break;  // cut short since it was opened
+        filled += static_cast<std::size_t>(count);
+    }
+    contents.resize(filled);
+    return Bytes(std::move(contents));
+} catch (const std::bad_alloc&) {
+    return systemFailure(std::errc::not_enough_memory);
+}
+
 }  // namespace
 
 Result<Done> PosixFileSystem::createDirectory(const Path& path) {
@@ -115,24 +134,16 @@ void PosixFileSystem::removeLeftovers(const Path& temporaryFolder) {
 
 std::optional<Path> PosixFileSystem::applicationSupportDirectory() const { return userFolders::data(); }
 
-Result<Bytes> PosixFileSystem::read(const Path& path) const try {
+Result<Bytes> PosixFileSystem::read(const Path& path) const {
     const auto file = RegularFile::open(path);
+    return file ? contentsOf(*file) : Failure{file.description()};
+}
+
+Result<FileReading> PosixFileSystem::open(const Path& path) const {
+    auto file = RegularFile::open(path);
     if (!file) return Failure{file.description()};
-    if (file->size > largestReadable) return systemFailure(std::errc::file_too_large);
-    std::string contents(static_cast<std::size_t>(file->size), '\0');
-    std::size_t filled = 0;
-    while (filled < contents.size()) {
-        const ssize_t count =
-            ::read(file->descriptor.number(), contents.data() + filled, contents.size() - filled);
-        if (count < 0 && errno == EINTR) continue;
-        if (count < 0) return systemFailure();
-        if (count == 0) break;  // cut short since it was opened
-        filled += static_cast<std::size_t>(count);
-    }
-    contents.resize(filled);
-    return Bytes(std::move(contents));
-} catch (const std::bad_alloc&) {
-    return systemFailure(std::errc::not_enough_memory);
+    return FileReading(
+        [file = std::make_shared<const RegularFile>(std::move(*file))] { return contentsOf(*file); });
 }
 
 std::optional<std::int64_t> PosixFileSystem::size(const Path& path) const {

@@ -24,6 +24,7 @@ public:
     /// $XDG_DATA_HOME, else .local/share in the home folder (XDG Base Directory Specification).
     std::optional<Path> applicationSupportDirectory() const override;
     Result<Bytes> read(const Path& path) const override;  ///< up to 2 GiB
+    Result<FileReading> open(const Path& path) const override;
     std::optional<std::int64_t> size(const Path& path) const override;
     std::int64_t sizeOfFilesIn(const Path& folder) const override;
 

@@ -3,6 +3,7 @@
 #include "platform/Files.h"
 
 #include <array>
+#include <future>
 #include <gtest/gtest.h>
 #include <system_error>
 #include <vector>
@@ -96,6 +97,31 @@ TEST_P(FileSystemContract, WhatWasReadOutlivesALaterWrite) {
     EXPECT_EQ(before->view(), "old");
 }
 
+TEST_P(FileSystemContract, WhatWasOpenedIsReadAsItWas) {
+    ASSERT_TRUE(write(file, "old"));
+    const auto opened = files.open(file);
+    ASSERT_TRUE(opened);
+
+    ASSERT_TRUE(write(file, "newer"));
+    EXPECT_EQ((*opened)()->view(), "old");
+
+    ASSERT_TRUE(files.remove(file));
+    EXPECT_EQ((*opened)()->view(), "old");
+}
+
+TEST_P(FileSystemContract, WhatWasOpenedCanBeReadBySeveralAtOnce) {
+    const std::string large(300'000, 'x');
+    ASSERT_TRUE(write(file, large));
+    const auto opened = files.open(file);
+    ASSERT_TRUE(opened);
+
+    std::vector<std::future<bool>> readings;
+    for (int reader = 0; reader < 4; ++reader)
+        readings.push_back(std::async(std::launch::async, [&] { return (*opened)()->view() == large; }));
+
+    for (auto& reading : readings) EXPECT_TRUE(reading.get());
+}
+
 TEST_P(FileSystemContract, MayKeepItsTemporaryFileInAnotherFolder) {
     const Path images = root / "Images";
     ASSERT_TRUE(files.createDirectory(images));
@@ -143,6 +169,7 @@ TEST_P(FileSystemContract, SaysThatThereIsNothingToRead) {
 
     ASSERT_FALSE(bytes);
     EXPECT_EQ(bytes.description(), words(std::errc::no_such_file_or_directory));
+    EXPECT_EQ(files.open(file).description(), words(std::errc::no_such_file_or_directory));
     EXPECT_EQ(files.size(file), std::nullopt);
 }
 
@@ -151,6 +178,7 @@ TEST_P(FileSystemContract, DoesNotReadAFolder) {
 
     ASSERT_FALSE(bytes);
     EXPECT_EQ(bytes.description(), words(std::errc::is_a_directory));
+    EXPECT_EQ(files.open(root).description(), words(std::errc::is_a_directory));
     EXPECT_EQ(files.size(root), std::nullopt);
 }
 

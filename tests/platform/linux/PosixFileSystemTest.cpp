@@ -138,6 +138,7 @@ TEST_F(PosixFileSystemTest, DoesNotReadThroughASymbolicLink) {
     fs::create_symlink(folder / "secret", file);
 
     EXPECT_FALSE(files.read(file));
+    EXPECT_FALSE(files.open(file));
     EXPECT_EQ(files.size(file), std::nullopt);
     EXPECT_EQ(files.sizeOfFilesIn(folder), 6);
 }
@@ -173,6 +174,7 @@ TEST_F(PosixFileSystemTest, DoesNotWaitForTheWriterOfAFifo) {
     ASSERT_EQ(::mkfifo(file.c_str(), 0600), 0);
 
     EXPECT_FALSE(files.read(file));
+    EXPECT_FALSE(files.open(file));
     EXPECT_EQ(files.size(file), std::nullopt);
     EXPECT_EQ(files.sizeOfFilesIn(folder), 0);
 }
@@ -186,6 +188,16 @@ TEST_F(PosixFileSystemTest, DoesNotReadADeviceOrASocket) {
     EXPECT_FALSE(files.read(file));
     EXPECT_FALSE(files.read("/dev/zero"));
     ::close(server);
+}
+
+TEST_F(PosixFileSystemTest, ReadsWhatIsLeftOfAFileThatWasCutShortSinceItWasOpened) {
+    std::ofstream(file) << "um longo texto";
+    const auto opened = files.open(file);
+    ASSERT_TRUE(opened);
+
+    ASSERT_EQ(::truncate(file.c_str(), 2), 0);
+
+    EXPECT_EQ((*opened)()->view(), "um");
 }
 
 TEST_F(PosixFileSystemTest, RefusesToReadMoreThanTwoGibibytes) {
