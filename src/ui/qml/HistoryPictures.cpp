@@ -25,18 +25,26 @@ bool isPlainName(const QString& name) {
     return !name.isEmpty() && name != "." && name != ".." && !name.contains('/') && !name.contains(QChar(0));
 }
 
-/// Ends when the time is up: a file can be made that takes hours for a picture of one pixel.
+/// A file can be made that takes hours for a picture of one pixel.
+struct Decoding {
+    bool isOver() const { return hasEnded || deadline.hasExpired(); }
+
+    const std::atomic<bool>& hasEnded;
+    QDeadlineTimer deadline{HistoryPictures::patience};
+};
+
+/// Ends with the decoding.
 class TimedBuffer final : public QBuffer {
 public:
-    explicit TimedBuffer(QDeadlineTimer deadline) : deadline_(deadline) {}
+    explicit TimedBuffer(const Decoding& decoding) : decoding_(decoding) {}
 
 protected:
     qint64 readData(char* to, qint64 count) override {
-        return deadline_.hasExpired() ? -1 : QBuffer::readData(to, count);
+        return decoding_.isOver() ? -1 : QBuffer::readData(to, count);
     }
 
 private:
-    QDeadlineTimer deadline_;
+    const Decoding& decoding_;
 };
 
 /// False for what is not a file of its own, and for one larger than any copy.
@@ -53,9 +61,9 @@ std::string essentialsOf(QFile& file) {
 }
 
 /// Decoded whole. For PNG, scaling it then is quicker than a reader that scales.
-QImage decoded(QFile& file, QDeadlineTimer deadline) {
+QImage decoded(QFile& file, const Decoding& decoding) {
     const std::string bytes = essentialsOf(file);
-    TimedBuffer buffer(deadline);
+    TimedBuffer buffer(decoding);
     buffer.setData(QByteArray::fromRawData(bytes.data(), static_cast<qsizetype>(bytes.size())));
     buffer.open(QIODevice::ReadOnly);
     QImageReader reader(&buffer, "png");  // no other plugin is asked, nor loaded
@@ -111,10 +119,10 @@ QImage asImage(const ReducedPicture& picture) {
 }
 
 /// As large as `scaled` makes it; null where that is no reduction, or the picture is not plain.
-QImage reduced(QFile& file, QDeadlineTimer deadline, QSize box, HistoryPictures::Use use) {
+QImage reduced(QFile& file, const Decoding& decoding, QSize box, HistoryPictures::Use use) {
     const auto source = [&](std::span<std::uint8_t> to) -> std::size_t {
         const auto size = static_cast<qint64>(to.size());
-        const qint64 count = deadline.hasExpired() ? 0 : file.read(reinterpret_cast<char*>(to.data()), size);
+        const qint64 count = decoding.isOver() ? 0 : file.read(reinterpret_cast<char*>(to.data()), size);
         return static_cast<std::size_t>(std::max<qint64>(count, 0));
     };
     const auto choice = [&](const PngFormat& format) -> std::optional<PictureSize> {
@@ -174,13 +182,20 @@ HistoryPictures::HistoryPictures(Path folder, Use use) : folder_(std::move(folde
     threads_.setMaxThreadCount(2);
 }
 
-HistoryPictures::~HistoryPictures() {
-    threads_.clear();
+HistoryPictures::~HistoryPictures() { end(); }
+
+void HistoryPictures::end() {
+    {
+        const std::lock_guard lock(starting_);
+        hasEnded_ = true;
+    }
     threads_.waitForDone();
 }
 
 QQuickImageResponse* HistoryPictures::requestImageResponse(const QString& id, const QSize& requestedSize) {
     auto* response = new Response;
+    const std::lock_guard lock(starting_);
+    if (hasEnded_) return response;
     threads_.start([this, response, name = QUrl::fromPercentEncoding(id.toUtf8()), size = requestedSize] {
         response->finish(response->isCancelled() ? QImage() : picture(name, size));
     });
@@ -191,9 +206,9 @@ QImage HistoryPictures::picture(const QString& name, QSize size) const try {
     if (!isPlainName(name) || size.isEmpty()) return {};
     QFile file(QString::fromStdString(folder_.string()) + "/" + name);
     if (!open(file)) return {};
-    const QDeadlineTimer deadline(patience);
-    QImage fitting = reduced(file, deadline, size, use_);
-    if (fitting.isNull()) fitting = scaled(decoded(file, deadline), size, use_);
+    const Decoding decoding{.hasEnded = hasEnded_};
+    QImage fitting = reduced(file, decoding, size, use_);
+    if (fitting.isNull() && !decoding.isOver()) fitting = scaled(decoded(file, decoding), size, use_);
     return fitting.isNull() ? QImage() : shaped(fitting, size, use_);
 } catch (const std::bad_alloc&) {
     return {};

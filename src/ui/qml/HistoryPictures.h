@@ -5,7 +5,9 @@
 #include <QImage>
 #include <QQuickAsyncImageProvider>
 #include <QThreadPool>
+#include <atomic>
 #include <chrono>
+#include <mutex>
 
 namespace nettlecap {
 
@@ -29,6 +31,11 @@ public:
     HistoryPictures(Path folder, Use use);
     ~HistoryPictures() override;
 
+    /// Breaks off what is being decoded and gives nothing from then on. To be called before the
+    /// engine goes: Qt may keep a provider beyond that, and a thread of ours that still decodes
+    /// while the process ends crashes it.
+    void end();
+
     QQuickImageResponse* requestImageResponse(const QString& id, const QSize& requestedSize) override;
 
     /// Null for a name that is not a plain one, for what is no picture and for an absurd one.
@@ -38,6 +45,8 @@ public:
 private:
     Path folder_;
     Use use_;
+    std::mutex starting_;
+    std::atomic<bool> hasEnded_ = false;
     QThreadPool threads_;
 };
 

@@ -9,12 +9,17 @@ namespace nettlecap {
 
 QuickViewFactory::QuickViewFactory(const Path& imagesDirectory) {
     engine_.addImportPath(QStringLiteral("qrc:/qt/qml"));
-    engine_.addImageProvider(ClipboardEntryRow::pictureProvider,
-                             new HistoryPictures(imagesDirectory, HistoryPictures::Use::tile));
-    engine_.addImageProvider(NavigationHUDView::pictureProvider,
-                             new HistoryPictures(imagesDirectory, HistoryPictures::Use::card));
-    engine_.addImageProvider(ImagePreviewPopover::pictureProvider,
-                             new HistoryPictures(imagesDirectory, HistoryPictures::Use::card));
+    const auto addPictures = [&](const char* name, HistoryPictures::Use use) {
+        pictures_.push_back(new HistoryPictures(imagesDirectory, use));
+        engine_.addImageProvider(name, pictures_.back());
+    };
+    addPictures(ClipboardEntryRow::pictureProvider, HistoryPictures::Use::tile);
+    addPictures(NavigationHUDView::pictureProvider, HistoryPictures::Use::card);
+    addPictures(ImagePreviewPopover::pictureProvider, HistoryPictures::Use::card);
+}
+
+QuickViewFactory::~QuickViewFactory() {
+    for (HistoryPictures* pictures : pictures_) pictures->end();
 }
 
 std::unique_ptr<HostedView> QuickViewFactory::navigationHUD(std::unique_ptr<NavigationHUDView> view) {

@@ -3,14 +3,20 @@
 #include "ui/ViewFactory.h"
 
 #include <QQmlEngine>
+#include <vector>
 
 namespace nettlecap {
+
+class HistoryPictures;
 
 /// Makes views of Qt Quick. Needs a QGuiApplication.
 class QuickViewFactory final : public ViewFactory {
 public:
     /// `imagesDirectory` is where the history's pictures are.
     explicit QuickViewFactory(const Path& imagesDirectory);
+    ~QuickViewFactory() override;
+    QuickViewFactory(const QuickViewFactory&) = delete;
+    QuickViewFactory& operator=(const QuickViewFactory&) = delete;
 
     std::unique_ptr<HostedView> navigationHUD(std::unique_ptr<NavigationHUDView> view) override;
     std::unique_ptr<HostedView> menuBarContent(std::unique_ptr<MenuBarContentView> view) override;
@@ -26,6 +32,7 @@ private:
                                      std::unique_ptr<QObject> owned);
 
     QQmlEngine engine_;
+    std::vector<HistoryPictures*> pictures_;  ///< the engine's
 };
 
 }  // namespace nettlecap

@@ -1,0 +1,72 @@
+#include "ui/ClipboardEntryRow.h"
+#include "ui/Waiting.h"
+#include "ui/qml/HistoryPictures.h"
+#include "ui/qml/QuickViewFactory.h"
+
+#include <QDir>
+#include <QQmlComponent>
+#include <QTemporaryDir>
+#include <filesystem>
+#include <future>
+#include <gtest/gtest.h>
+
+namespace nettlecap {
+namespace {
+
+constexpr QSize side(38, 38);
+
+/// A picture that takes its time.
+class HistoryPicturesEndTest : public testing::Test {
+protected:
+    HistoryPicturesEndTest() {
+        QImage picture(8192, 8192, QImage::Format_Grayscale8);
+        picture.fill(Qt::white);
+        EXPECT_TRUE(picture.save(room.filePath(name), "PNG"));
+    }
+
+    Path folder() const { return room.path().toStdString(); }
+    bool isBeingDecoded() const {
+        std::error_code gone;
+        for (const auto& open : std::filesystem::directory_iterator("/proc/self/fd"))
+            if (std::filesystem::read_symlink(open, gone) == folder() / name.toStdString()) return true;
+        return false;
+    }
+
+    QTemporaryDir room;
+    QString name = "grande.png";
+};
+
+TEST_F(HistoryPicturesEndTest, GivesNothingAnyMore) {
+    HistoryPictures pictures(folder(), HistoryPictures::Use::tile);
+
+    pictures.end();
+
+    EXPECT_TRUE(pictures.picture(name, side).isNull());
+}
+
+TEST_F(HistoryPicturesEndTest, BreaksOffWhatIsBeingDecoded) {
+    HistoryPictures pictures(folder(), HistoryPictures::Use::tile);
+    auto picture = std::async(std::launch::async, [&] { return pictures.picture(name, side); });
+    ASSERT_TRUE(waitUntil([&] { return isBeingDecoded(); }));
+
+    pictures.end();
+
+    EXPECT_TRUE(picture.get().isNull());
+}
+
+TEST_F(HistoryPicturesEndTest, NothingIsDecodedOnceTheViewsAreGone) {
+    auto views = std::make_unique<QuickViewFactory>(folder());
+    QQmlComponent component(&views->engine());
+    component.setData("import QtQuick\nImage { sourceSize.width: 38; sourceSize.height: 38 }", QUrl());
+    std::unique_ptr<QObject> image(component.create());
+    image->setProperty("source", QString("image://%1/%2").arg(ClipboardEntryRow::pictureProvider, name));
+    ASSERT_TRUE(waitUntil([&] { return isBeingDecoded(); }));
+
+    image.reset();
+    views.reset();
+
+    EXPECT_FALSE(isBeingDecoded());
+}
+
+}  // namespace
+}  // namespace nettlecap
