@@ -1,11 +1,12 @@
-# nettlecap_layer(name SOURCES a.h a.cpp … [DEPENDS layer …] [LIBRARIES lib …] [FOLDER path])
+# nettlecap_layer(name SOURCES a.h a.cpp … [DEPENDS layer …] [LIBRARIES lib …] [FOLDER path] [SMALL])
 #
 # Makes the static library nettlecap_<name> from src/<name> (or src/<FOLDER>).
 # Its headers are seen through ${build}/layers/nettlecap_<name>/<folder>/, which
 # holds a link to each header listed and to nothing else: a layer can include
-# only what it depends on. LIBRARIES stay private to the layer's sources.
+# only what it depends on. LIBRARIES stay private to the layer's sources. SMALL is for
+# code that never has much to do: it is in memory all day, so that it had better be little.
 function(nettlecap_layer name)
-  cmake_parse_arguments(PARSE_ARGV 1 layer "" "FOLDER" "SOURCES;DEPENDS;LIBRARIES")
+  cmake_parse_arguments(PARSE_ARGV 1 layer "SMALL" "FOLDER" "SOURCES;DEPENDS;LIBRARIES")
   if(NOT layer_FOLDER)
     set(layer_FOLDER ${name})
   endif()
@@ -26,6 +27,9 @@ function(nettlecap_layer name)
   list(TRANSFORM layer_DEPENDS PREPEND nettlecap_)
   target_include_directories(${target} PUBLIC ${root})
   target_link_libraries(${target} PUBLIC ${layer_DEPENDS} PRIVATE ${layer_LIBRARIES} nettlecap_warnings)
+  if(layer_SMALL)
+    target_compile_options(${target} PRIVATE $<$<CONFIG:Release>:-Os>)
+  endif()
 endfunction()
 
 # nettlecap_test(name SOURCES a.cpp … LINKS target … [DESKTOP] [TIMEOUT seconds])
