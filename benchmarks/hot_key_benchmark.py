@@ -5,15 +5,16 @@ table is the time until one pixel, asked for again and again, has changed."""
 import contextlib
 import os
 import statistics
+import subprocess
 import time
 
-from outside import ROUNDS, Benchmark, note
+from outside import QUICK, ROUNDS, Benchmark, note
 from desktop import run, wait_until
 from ground import COLOUR, Ground
 from hot_keys import NEWER, OLDER, SEARCH
 from keyboard import SUPER, Keyboard
 
-BATCHES = 10
+PICTURE_ROUNDS = 6 if QUICK else 60
 FRAME = 1000 / 60  # ms
 MAGENTA = (255, 0, 255)
 # Of 3840x2160: as drawings are, and as photographs are at worst.
@@ -21,6 +22,25 @@ PICTURES = {
     "smooth": ("-size", "3840x2160", "gradient:navy-gold"),
     "noisy": ("-size", "960x540", "plasma:navy-gold", "-resize", "3840x2160"),
 }
+
+
+class Decoder(contextlib.ExitStack):
+    """A program that decodes a picture when asked to, and does nothing else."""
+
+    def __init__(self, path):
+        super().__init__()
+        self.process = self.enter_context(
+            subprocess.Popen(
+                [os.environ["NETTLECAP_DECODE_PICTURE"], str(path)],
+                stdin=subprocess.PIPE,
+                stdout=subprocess.PIPE,
+                text=True,
+            )
+        )
+
+    def decode(self):  # ms
+        print(file=self.process.stdin, flush=True)
+        return float(self.process.stdout.readline())
 
 
 class HotKeys(Benchmark):
@@ -49,12 +69,14 @@ class HotKeys(Benchmark):
         note(key, times, unit="ms")
 
     def measure_picture(self, name, path):
-        """The bare decode in turns with the program, some rounds of each at a time."""
+        """One bare decode before each gesture, since the processor's pace changes, and is another
+        one after a rest than after a second of decoding."""
         self.measure_card(f"press to card, {name} picture: the card", f"card{name.title()}")
         decodes, wholes = [], []
-        for _ in range(BATCHES):
-            decodes += [float(line) for line in run(os.environ["NETTLECAP_DECODE_PICTURE"], str(path)).split()]
-            wholes += self.card(self.see_picture, ROUNDS // BATCHES)
+        with Decoder(path) as decoder:
+            for _ in range(PICTURE_ROUNDS):
+                decodes.append(decoder.decode())
+                wholes += self.card(self.see_picture, 1)
         self.report(f"bare decode, {name} picture of {path.stat().st_size / 1e6:.1f} MB", decodes)
         to_reach = statistics.median(decodes) + FRAME
         self.report(f"press to card, {name} picture: with it", wholes, to_reach)

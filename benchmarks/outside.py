@@ -11,7 +11,8 @@ sys.path.insert(0, str(pathlib.Path(__file__).resolve().parents[1] / "tests" / "
 
 from desktop import Desktop  # noqa: E402
 
-ROUNDS = 6 if "NETTLECAP_QUICK" in os.environ else 20
+QUICK = "NETTLECAP_QUICK" in os.environ
+ROUNDS = 6 if QUICK else 20
 
 
 class Benchmark(contextlib.ExitStack, Desktop):
