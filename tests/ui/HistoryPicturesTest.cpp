@@ -121,20 +121,11 @@ TEST_F(HistoryPicturesTest, GivesNothingForAPictureOfAbsurdSize) {
     EXPECT_TRUE(thumbnail("enorme.png").isNull());
 }
 
-/// All zeros. The last byte of the header is whether it is interlaced.
-std::string blackPng(QSize size, const std::string& header, std::size_t packedSize) {
-    return "\x89PNG\r\n\x1a\n" +
-           picture::pngChunk("IHDR" + picture::bigEndian(static_cast<std::size_t>(size.width())) +
-                             picture::bigEndian(static_cast<std::size_t>(size.height())) + header) +
-           picture::pngChunk("IDAT" + picture::deflatedZeros(packedSize)) + picture::pngChunk("IEND");
-}
-
 TEST_F(HistoryPicturesTest, GivesNothingForAPictureOfDeepColoursOfHalfTheAbsurdSize) {
     const std::string deep("\x10\4\0\0\0", 5);  // grey and alpha
     for (const int height : {4096, 4097}) {
-        const QSize size(8192, height);
-        const auto packedSize = static_cast<std::size_t>(height) * (8192 * 4 + 1);
-        write(folder + "/funda.png", blackPng(size, deep, packedSize));
+        const auto rows = static_cast<std::size_t>(height);
+        write(folder + "/funda.png", picture::pngOfZeros(8192, rows, deep, rows * (8192 * 4 + 1)));
 
         EXPECT_EQ(thumbnail("funda.png").isNull(), height > 4096);
     }
@@ -143,7 +134,7 @@ TEST_F(HistoryPicturesTest, GivesNothingForAPictureOfDeepColoursOfHalfTheAbsurdS
 TEST_F(HistoryPicturesTest, ShowsAnInterlacedPicture) {
     constexpr std::size_t rowsOfAllPasses = 120;
     const std::string interlaced("\x08\0\0\0\1", 5);
-    write(folder + "/trama.png", blackPng({64, 64}, interlaced, 64 * 64 + rowsOfAllPasses));
+    write(folder + "/trama.png", picture::pngOfZeros(64, 64, interlaced, 64 * 64 + rowsOfAllPasses));
 
     EXPECT_EQ(thumbnail("trama.png").pixelColor(19, 19), QColor(Qt::black));
 }

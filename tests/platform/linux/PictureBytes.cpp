@@ -55,6 +55,12 @@ std::string pngChunk(const std::string& typeAndData) {
     return bigEndian(typeAndData.size() - 4) + typeAndData + bigEndian(sum);
 }
 
+std::string pngOfZeros(std::size_t width, std::size_t height, const std::string& kind,
+                       std::size_t packedSize) {
+    return "\x89PNG\r\n\x1a\n" + pngChunk("IHDR" + bigEndian(width) + bigEndian(height) + kind) +
+           pngChunk("IDAT" + deflatedZeros(packedSize)) + pngChunk("IEND");
+}
+
 std::size_t tiffPixelsAt(std::size_t fieldCount) { return 8 + 2 + 12 * fieldCount + 4; }
 
 std::string tiff(const std::vector<TiffField>& fields, std::string_view pixels, std::size_t nextDirectory) {

@@ -17,6 +17,10 @@ std::string repeated(std::string_view piece, std::size_t count);
 std::string deflated(char byte, std::size_t count);
 std::string deflatedZeros(std::size_t count);
 std::string pngChunk(const std::string& typeAndData);
+/// All zeros: black, or transparent. The kind is what its header says after the size: the bits of
+/// a sample, the type of colour, and at last whether it is interlaced.
+std::string pngOfZeros(std::size_t width, std::size_t height, const std::string& kind,
+                       std::size_t packedSize);
 
 struct TiffField {
     std::uint16_t tag = 0;
