@@ -6,22 +6,16 @@
 
 namespace nettlecap {
 
-/// From 50 short texts to as many and as long ones as make 50 MB together, with pictures and
+/// From 50 short texts to as many and as long ones as make 500 MB together, with pictures and
 /// without.
 inline void overEveryHistory(benchmark::internal::Benchmark* it) {
-    constexpr std::int64_t most = 50'000'000;  // bytes
+    constexpr std::int64_t most = 500'000'000;  // bytes
     it->ArgNames({"entries", "bytes", "pictures"})->UseManualTime()->Iterations(1);
     it->Unit(benchmark::kMillisecond);
     for (const std::int64_t pictures : {0, 1})
         for (const std::int64_t bytes : {100, 1000, 100'000})
             for (const std::int64_t entries : {50, 500, 5000, 50'000})
                 if (entries * bytes <= most) it->Args({entries, bytes, pictures});
-}
-
-/// And 500 MB, where that does not take minutes.
-inline void upToTheLargest(benchmark::internal::Benchmark* it) {
-    overEveryHistory(it);
-    it->Args({5000, 100'000, 0});
 }
 
 inline HistoryShape shapeOf(const benchmark::State& state) {

@@ -69,14 +69,12 @@ class HotKeys(Benchmark):
         note(key, times, unit="ms")
 
     def measure_picture(self, name, path):
-        """One bare decode before each gesture, since the processor's pace changes, and is another
-        one after a rest than after a second of decoding."""
+        """One bare decode between every two gestures, since the processor's pace changes, and is
+        another one after a rest than after a second of decoding."""
         self.measure_card(f"press to card, {name} picture: the card", f"card{name.title()}")
-        decodes, wholes = [], []
+        decodes = []
         with Decoder(path) as decoder:
-            for _ in range(PICTURE_ROUNDS):
-                decodes.append(decoder.decode())
-                wholes += self.card(self.see_picture, 1)
+            wholes = self.card(self.see_picture, PICTURE_ROUNDS, lambda: decodes.append(decoder.decode()))
         self.report(f"bare decode, {name} picture of {path.stat().st_size / 1e6:.1f} MB", decodes)
         to_reach = statistics.median(decodes) + FRAME
         self.report(f"press to card, {name} picture: with it", wholes, to_reach)
@@ -98,13 +96,14 @@ class HotKeys(Benchmark):
     def see_picture(self, since):
         return self.see(since, self.middle, lambda it: it == MAGENTA)
 
-    def card(self, seen, rounds):
+    def card(self, seen, rounds, between=lambda: None):
         """Of a history's second entry; each round is a gesture of its own."""
         times = []
         for _ in range(rounds):
             with self.gesture():
                 times.append(seen(self.keyboard.down(OLDER)))
                 self.keyboard.up(OLDER)
+            between()
             with self.gesture():
                 self.keyboard.tap(NEWER)  # back, so that the next step arrives there again
         return times
