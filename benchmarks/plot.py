@@ -11,6 +11,7 @@ STYLE = """
     text { font: 13px system-ui, sans-serif; fill: #24292f }
     .ground { fill: #ffffff }
     .title { font-weight: 600; font-size: 15px }
+    .share { paint-order: stroke; stroke: #ffffff; stroke-width: 5 }
     .axis { stroke: #8c959f; stroke-width: 1; fill: none }
     .grid { stroke: #8c959f; stroke-opacity: .3 }
     .met { fill: #2da44e } .missed { fill: #d1603d }
@@ -19,6 +20,7 @@ STYLE = """
     @media (prefers-color-scheme: dark) {
       text { fill: #e6edf3 }
       .ground { fill: #0d1117 }
+      .share { stroke: #0d1117 }
       .met { fill: #3fb950 } .missed { fill: #f0883e }
       .capture { stroke: #58a6ff } .load { stroke: #e3b341 } .search { stroke: #bc8cff }
     }"""
@@ -35,17 +37,16 @@ def bars(results, top):
     shown = [result for result in results.values() if "limit" in result]
     shares = [result["measured"] / result["limit"] for result in shown]
     scale = (WIDTH - LEFT - 70) / max(1.25, *(min(share, 2) for share in shares))
-    parts = [text(0, top, "Used of each budget", kind="title")]
+    line, bottom = LEFT + scale, top + 16 + len(shown) * BAR
+    parts = [text(0, top, "Used of each budget", kind="title"), text(line, top + 8, "100%", "middle"),
+             f'<path d="M{line:.1f} {top + 12}V{bottom}" class="axis"/>']
     for row, (result, share) in enumerate(zip(shown, shares)):
         y = top + 16 + row * BAR
         width = min(share, 2) * scale
         kind = "met" if result["met"] else "missed"
         parts += [text(LEFT - 10, y + 15, result["work"], "end"),
                   f'<rect x="{LEFT}" y="{y + 3}" width="{width:.1f}" height="{BAR - 8}" rx="2" class="{kind}"/>',
-                  text(LEFT + width + 6, y + 15, f"{share:.0%}")]
-    bottom = top + 16 + len(shown) * BAR
-    line = LEFT + scale
-    parts += [f'<path d="M{line:.1f} {top + 12}V{bottom}" class="axis"/>', text(line, top + 8, "100%", "middle")]
+                  text(LEFT + width + 6, y + 15, f"{share:.0%}", kind="share")]
     return parts, bottom
 
 
