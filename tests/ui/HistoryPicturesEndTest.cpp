@@ -14,14 +14,15 @@
 namespace nettlecap {
 namespace {
 
-constexpr QSize side(38, 38);
+constexpr QSize tile(38, 38);
 
 /// A picture that takes its time: the largest that is decoded.
 class HistoryPicturesEndTest : public testing::Test {
 protected:
     HistoryPicturesEndTest() {
+        constexpr std::size_t side = 8192;
         const std::string ofColoursAndAlpha("\x08\6\0\0\0", 5);
-        const auto bytes = picture::pngOfZeros(8192, 8192, ofColoursAndAlpha, 8192 * (8192 * 4 + 1));
+        const auto bytes = picture::pngOfZeros(side, side, ofColoursAndAlpha, side * (side * 4 + 1));
         std::ofstream(folder() / name.toStdString()) << bytes;
     }
 
@@ -42,12 +43,12 @@ TEST_F(HistoryPicturesEndTest, GivesNothingAnyMore) {
 
     pictures.end();
 
-    EXPECT_TRUE(pictures.picture(name, side).isNull());
+    EXPECT_TRUE(pictures.picture(name, tile).isNull());
 }
 
 TEST_F(HistoryPicturesEndTest, BreaksOffWhatIsBeingDecoded) {
     HistoryPictures pictures(folder(), HistoryPictures::Use::tile);
-    auto picture = std::async(std::launch::async, [&] { return pictures.picture(name, side); });
+    auto picture = std::async(std::launch::async, [&] { return pictures.picture(name, tile); });
     ASSERT_TRUE(waitUntil([&] { return isBeingDecoded(); }));
 
     pictures.end();

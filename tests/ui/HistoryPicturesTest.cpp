@@ -123,18 +123,21 @@ TEST_F(HistoryPicturesTest, GivesNothingForAPictureOfAbsurdSize) {
 
 TEST_F(HistoryPicturesTest, GivesNothingForAPictureOfDeepColoursOfHalfTheAbsurdSize) {
     const std::string deep("\x10\4\0\0\0", 5);  // grey and alpha
+    constexpr std::size_t width = 8192;
     for (const int height : {4096, 4097}) {
         const auto rows = static_cast<std::size_t>(height);
-        write(folder + "/funda.png", picture::pngOfZeros(8192, rows, deep, rows * (8192 * 4 + 1)));
+        write(folder + "/funda.png", picture::pngOfZeros(width, rows, deep, rows * (width * 4 + 1)));
 
         EXPECT_EQ(thumbnail("funda.png").isNull(), height > 4096);
     }
 }
 
 TEST_F(HistoryPicturesTest, ShowsAnInterlacedPicture) {
+    constexpr std::size_t length = 64;
     constexpr std::size_t rowsOfAllPasses = 120;
     const std::string interlaced("\x08\0\0\0\1", 5);
-    write(folder + "/trama.png", picture::pngOfZeros(64, 64, interlaced, 64 * 64 + rowsOfAllPasses));
+    write(folder + "/trama.png",
+          picture::pngOfZeros(length, length, interlaced, length * length + rowsOfAllPasses));
 
     EXPECT_EQ(thumbnail("trama.png").pixelColor(19, 19), QColor(Qt::black));
 }
