@@ -34,7 +34,7 @@ public:
     /// Where applications keep the user's data. Absent: the system has no such place.
     virtual std::optional<Path> applicationSupportDirectory() const = 0;
     virtual Result<Bytes> read(const Path& path) const = 0;
-    /// To read it later, as it is now: it may be removed or written anew meanwhile.
+    /// To read it later as it is now, removed or written anew meanwhile. Fails now if it can't be read.
     virtual Result<FileReading> open(const Path& path) const = 0;
     virtual std::optional<std::int64_t> size(const Path& path) const = 0;  ///< in bytes, of a regular file
     /// In bytes, with sub-folders, hidden files left out; 0 where the folder can't be listed.

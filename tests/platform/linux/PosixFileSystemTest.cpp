@@ -190,6 +190,13 @@ TEST_F(PosixFileSystemTest, DoesNotReadADeviceOrASocket) {
     ::close(server);
 }
 
+TEST_F(PosixFileSystemTest, DoesNotOpenWhatCannotBeRead) {
+    const auto opened = files.open("/proc/self/mem");  // which opens, and has nothing at its beginning
+
+    ASSERT_FALSE(opened);
+    EXPECT_EQ(opened.description(), std::make_error_code(std::errc::io_error).message());
+}
+
 TEST_F(PosixFileSystemTest, ReadsWhatIsLeftOfAFileThatWasCutShortSinceItWasOpened) {
     std::ofstream(file) << "um longo texto";
     const auto opened = files.open(file);
@@ -208,6 +215,7 @@ TEST_F(PosixFileSystemTest, RefusesToReadMoreThanTwoGibibytes) {
 
     ASSERT_FALSE(bytes);
     EXPECT_EQ(bytes.description(), std::make_error_code(std::errc::file_too_large).message());
+    EXPECT_EQ(files.open(file).description(), bytes.description());
     EXPECT_EQ(files.size(file), (std::int64_t{2} << 30) + 1);
 }
 
