@@ -115,9 +115,9 @@ TEST_P(FileSystemContract, WhatWasOpenedCanBeReadBySeveralAtOnce) {
     const auto opened = files.open(file);
     ASSERT_TRUE(opened);
 
-    std::vector<std::future<bool>> readings;
-    for (int reader = 0; reader < 4; ++reader)
-        readings.push_back(std::async(std::launch::async, [&] { return (*opened)()->view() == large; }));
+    std::array<std::future<bool>, 4> readings;
+    for (auto& reading : readings)
+        reading = std::async(std::launch::async, [&] { return (*opened)()->view() == large; });
 
     for (auto& reading : readings) EXPECT_TRUE(reading.get());
 }
